@@ -1,0 +1,66 @@
+# Shared build rules: warnings, platform flags and the per-folder libraries.
+
+set(ZQ_ROOT ${CMAKE_CURRENT_SOURCE_DIR})
+
+function(zq_set_warnings target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Werror)
+endfunction()
+
+# Platform options that every target of the build needs (our own and GoogleTest).
+if(WIN32)
+  add_compile_definitions(WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601)
+  add_link_options(-static -static-libgcc -static-libstdc++)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    # 32-bit hosts may enter with a 4-byte aligned stack.
+    add_compile_options(-msse2 -mfpmath=sse -mstackrealign)
+  endif()
+endif()
+
+if(ZQ_SANITIZE)
+  list(JOIN ZQ_SANITIZE "," zq_sanitizers)
+  add_compile_options(-fsanitize=${zq_sanitizers} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${zq_sanitizers})
+endif()
+
+# Sources of one folder, without the files of the other platform: files named
+# *Win32.* build only for Windows, *Posix.* only elsewhere.
+function(zq_platform_sources out dir)
+  file(GLOB found CONFIGURE_DEPENDS ${ZQ_ROOT}/${dir}/*.cpp)
+  set(kept)
+  foreach(f IN LISTS found)
+    get_filename_component(name ${f} NAME_WE)
+    if(WIN32 AND name MATCHES "Posix$")
+      continue()
+    endif()
+    if(NOT WIN32 AND name MATCHES "Win32$")
+      continue()
+    endif()
+    list(APPEND kept ${f})
+  endforeach()
+  set(${out} ${kept} PARENT_SCOPE)
+endfunction()
+
+# zq_add_library(name dir [DEPENDS libs...]): library zq_<name> from <dir>/*.cpp
+# and, when tests are on, test_<name> from tests/<dir>/*.cpp.
+function(zq_add_library name dir)
+  cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
+  zq_platform_sources(srcs ${dir})
+  if(srcs)
+    add_library(zq_${name} STATIC ${srcs})
+    target_include_directories(zq_${name} PUBLIC ${ZQ_ROOT} ${CMAKE_BINARY_DIR}/generated)
+    target_link_libraries(zq_${name} PUBLIC ${ARG_DEPENDS})
+  else()
+    add_library(zq_${name} INTERFACE)
+    target_include_directories(zq_${name} INTERFACE ${ZQ_ROOT} ${CMAKE_BINARY_DIR}/generated)
+    target_link_libraries(zq_${name} INTERFACE ${ARG_DEPENDS})
+  endif()
+  if(srcs)
+    zq_set_warnings(zq_${name})
+  endif()
+  if(WIN32 AND srcs)
+    target_link_libraries(zq_${name} PUBLIC winmm)
+  endif()
+  if(ZQ_BUILD_TESTS)
+    zq_add_tests(${name} ${dir} zq_${name})
+  endif()
+endfunction()

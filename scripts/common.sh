@@ -1,0 +1,19 @@
+# Shared by the project's scripts: where things are and how to build a preset.
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+cd "$root"
+
+build_preset() {
+  local preset=$1
+  echo "== build $preset"
+  cmake --preset "$preset" >/dev/null
+  cmake --build --preset "$preset"
+}
+
+# A wine prefix is made once per build tree, before anything runs in it in parallel.
+init_wine_prefix() {
+  local dir=$1
+  if [ ! -f "$dir/.wineprefix/system.reg" ]; then
+    echo "== create wine prefix in $dir/.wineprefix"
+    (cd "$dir" && ZQ_WINEPREFIX="$dir/.wineprefix" "$root/cmake/wine-run.sh" wineboot --init >/dev/null 2>&1)
+  fi
+}

@@ -1,0 +1,54 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds everything and runs every test: native,
+# AddressSanitizer + UndefinedBehaviorSanitizer, ThreadSanitizer (the thread
+# stress tests), and the win64 tests under wine64. Ends with one summary line.
+set -euo pipefail
+source "$(dirname "$0")/common.sh"
+
+scripts/install-deps.sh
+jobs=$(nproc)
+
+passed=0
+failed=0
+failed_runs=()
+
+# run_ctest NAME DIR [ctest args...]: runs one suite and adds up its counts.
+run_ctest() {
+  local name=$1 dir=$2
+  shift 2
+  echo "== test $name"
+  local log="$dir/ctest-summary.log"
+  local status=0
+  ctest --test-dir "$dir" -j "$jobs" --output-on-failure "$@" 2>&1 | tee "$log" || status=$?
+  local line total bad
+  line=$(grep -E 'tests passed, [0-9]+ tests failed out of [0-9]+' "$log" | tail -n 1 || true)
+  if [ -z "$line" ]; then
+    failed=$((failed + 1))
+    failed_runs+=("$name (no result)")
+    return
+  fi
+  total=$(sed -E 's/.*out of ([0-9]+).*/\1/' <<<"$line")
+  bad=$(sed -E 's/.*passed, ([0-9]+) tests failed.*/\1/' <<<"$line")
+  passed=$((passed + total - bad))
+  failed=$((failed + bad))
+  if [ "$bad" -ne 0 ] || [ "$status" -ne 0 ]; then
+    failed_runs+=("$name")
+  fi
+}
+
+for preset in native asan tsan win32 win64; do
+  build_preset "$preset"
+done
+init_wine_prefix "$root/build/win64"
+
+run_ctest native build/native
+run_ctest asan build/asan
+run_ctest tsan build/tsan -L threads
+run_ctest wine64 build/win64
+
+echo
+if [ ${#failed_runs[@]} -ne 0 ]; then
+  echo "Failed runs: ${failed_runs[*]}"
+fi
+echo "$passed passed, $failed failed"
+[ "$failed" -eq 0 ]
