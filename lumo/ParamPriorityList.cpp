@@ -1,0 +1,28 @@
+#include "lumo/ParamPriorityList.h"
+
+#include "sys/Clock.h"
+
+namespace lumo
+{
+
+void ParamPriorityList::resize(int count)
+{
+    _list.resize(count > 0 ? static_cast<std::size_t>(count) : 0u);
+}
+
+bool ParamPriorityList::is_free(int index, int level) const
+{
+    return use(index).is_free(level, sys::get_clock_s());
+}
+
+bool ParamPriorityList::take(int index, int level)
+{
+    return _list[static_cast<std::size_t>(index)].take(level, sys::get_clock_s());
+}
+
+void ParamPriorityList::release(int index, int level)
+{
+    _list[static_cast<std::size_t>(index)].release(level);
+}
+
+}  // namespace lumo

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "zarquette/ParamPercent.h"
+
+namespace zarquette
+{
+
+// Echo feedback and drive of the loop engine.
+class ParamVinRouge : public ParamPercent
+{
+public:
+    ParamVinRouge() : ParamPercent("Vin Rouge") {}
+};
+
+}  // namespace zarquette
