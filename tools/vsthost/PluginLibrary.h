@@ -1,0 +1,34 @@
+#pragma once
+
+#include "lumo/vst2/Vst2Abi.h"
+
+#include <string>
+
+namespace vsthost
+{
+
+// A loaded plug-in binary (a shared library or a DLL) and its VST 2 entry
+// point. The library stays loaded for the life of this object.
+class PluginLibrary
+{
+public:
+    // Throws std::runtime_error with the loader's reason when the file cannot
+    // be loaded or exports neither "VSTPluginMain" nor "main".
+    explicit PluginLibrary(const std::string& path);
+    PluginLibrary(const PluginLibrary&) = delete;
+    PluginLibrary& operator=(const PluginLibrary&) = delete;
+    ~PluginLibrary();
+
+    lumo::vst2::EntryProc get_entry() const { return _entry; }
+    const std::string& get_path() const { return _path; }
+    // The folder that holds the plug-in, as hosts answer the directory request.
+    const std::string& get_directory() const { return _directory; }
+
+private:
+    std::string _path;
+    std::string _directory;
+    void* _handle = nullptr;
+    lumo::vst2::EntryProc _entry = nullptr;
+};
+
+}  // namespace vsthost

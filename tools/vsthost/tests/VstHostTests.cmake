@@ -1,0 +1,51 @@
+# Unit tests of the tool's own logic, and end-to-end runs of vsthost on the
+# test plug-in: natively, and in the Windows build under wine64. Every test
+# runs in the folder that holds the program and the plug-ins, so that file
+# names work the same under wine.
+file(GLOB vsthost_unit_tests CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/tests/*Test.cpp)
+set(ZQ_TEST_LINK zq_vsthost)
+zq_add_test_program(test_vsthost unit ${vsthost_unit_tests})
+add_dependencies(test_vsthost vsthost_testgain vsthost_testgain_params)
+target_compile_definitions(test_vsthost PRIVATE
+  VSTHOST_TESTGAIN="$<TARGET_FILE_NAME:vsthost_testgain>"
+  VSTHOST_TESTGAIN_PARAMS="$<TARGET_FILE_NAME:vsthost_testgain_params>")
+
+set(vsthost_env "")
+if(CMAKE_CROSSCOMPILING)
+  # The wine prefix of the whole build tree, not one per test folder.
+  set(vsthost_env ZQ_WINEPREFIX=${CMAKE_BINARY_DIR}/.wineprefix)
+  set_tests_properties(test_vsthost PROPERTIES ENVIRONMENT "${vsthost_env}")
+endif()
+
+set(gain $<TARGET_FILE_NAME:vsthost_testgain>)
+set(params $<TARGET_FILE_NAME:vsthost_testgain_params>)
+
+# vsthost_e2e(NAME PASS_REGEX [FIXTURE_SETUP name] [FIXTURE_REQUIRED names] ARGS args...)
+function(vsthost_e2e name regex)
+  cmake_parse_arguments(ARG "" "FIXTURE_SETUP" "FIXTURE_REQUIRED;ARGS" ${ARGN})
+  add_test(NAME vsthost_${name} COMMAND vsthost ${ARG_ARGS} WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
+  set_tests_properties(vsthost_${name} PROPERTIES PASS_REGULAR_EXPRESSION "${regex}" LABELS e2e
+    ENVIRONMENT "${vsthost_env}")
+  if(ARG_FIXTURE_SETUP)
+    set_tests_properties(vsthost_${name} PROPERTIES FIXTURES_SETUP ${ARG_FIXTURE_SETUP})
+  endif()
+  if(ARG_FIXTURE_REQUIRED)
+    set_tests_properties(vsthost_${name} PROPERTIES FIXTURES_REQUIRED "${ARG_FIXTURE_REQUIRED}")
+  endif()
+endfunction()
+
+vsthost_e2e(info "unique ID: +'VtGn' \\(0x5674476E\\)[^\n]*\n.*\"Phase\" = 0 \"Normal\"" ARGS info ${gain})
+vsthost_e2e(render_demo "rendered 176400 frames .*32-bit float" FIXTURE_SETUP vsthost_demo_wav
+  ARGS render ${gain} -o e2e-demo.wav --length 4 --set Gain=-12 --tempo 128)
+vsthost_e2e(preset_save_program "saved program chunk \\(FPCh\\)" FIXTURE_SETUP vsthost_fxp
+  ARGS preset save ${gain} e2e-inverted.fxp --program 2)
+vsthost_e2e(preset_load_program "program 0 \"Inverted\".*\"Phase\" = 1 \"Inverted\"" FIXTURE_REQUIRED vsthost_fxp
+  ARGS preset load ${gain} e2e-inverted.fxp)
+vsthost_e2e(render_file "rendered 176400 frames .* blocks of 100 .*16-bit PCM" FIXTURE_REQUIRED "vsthost_demo_wav;vsthost_fxp"
+  ARGS render ${gain} e2e-demo.wav -o e2e-file.wav --preset e2e-inverted.fxp --pcm16 --block 100)
+vsthost_e2e(preset_save_bank_params "saved bank of parameter programs \\(FxBk\\)" FIXTURE_SETUP vsthost_fxb
+  ARGS preset save ${params} e2e-params.fxb)
+vsthost_e2e(preset_load_bank_params "loaded bank of parameter programs.*\"Gain\" = 0.833333" FIXTURE_REQUIRED vsthost_fxb
+  ARGS preset load ${params} e2e-params.fxb)
+vsthost_e2e(preset_wrong_kind "stores a chunk but the plug-in uses parameters" FIXTURE_REQUIRED vsthost_fxp
+  ARGS preset load ${params} e2e-inverted.fxp)
