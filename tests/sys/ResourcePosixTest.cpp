@@ -1,0 +1,28 @@
+// Outside Windows the debugger output is stderr, which a test can read.
+#ifndef _WIN32
+
+#include "sys/Resource.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+TEST(ResourcePosix, AMissingResourceIsReportedOnTheDebugOutput)
+{
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(sys::get_resource("WAVE", "nosuchcat"), nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "sys::get_resource: Error: couldn't load ressource. Name : nosuchcat, Type : WAVE\n");
+}
+
+TEST(ResourcePosix, AFoundResourceSaysNothing)
+{
+    testing::internal::CaptureStderr();
+    EXPECT_NE(sys::get_resource("WAVE", "meow"), nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+}  // namespace
+
+#endif

@@ -1,0 +1,48 @@
+#include "sys/Resource.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+namespace
+{
+
+// The test program links the effect's recordings, so these run against the
+// platform's real lookup: the resource section on Windows, the registered
+// table elsewhere.
+
+TEST(Resource, FindsAnEmbeddedRecordingWhateverTheCase)
+{
+    std::size_t size = 0;
+    const std::uint8_t* lower = sys::get_resource("WAVE", "cat-meow", &size);
+    ASSERT_NE(lower, nullptr);
+    EXPECT_GT(size, 44u);
+    EXPECT_EQ(std::memcmp(lower, "RIFF", 4), 0);
+
+    EXPECT_EQ(sys::get_resource("WAVE", "CAT-MEOW"), lower);
+    EXPECT_EQ(sys::get_resource("wave", "Cat-Meow"), lower);
+    EXPECT_EQ(sys::get_resource("WAVE", "siamese"), sys::get_resource("WAVE", "Siamese"));
+}
+
+TEST(Resource, DistinctNamesGiveDistinctImages)
+{
+    const std::uint8_t* a = sys::get_resource("WAVE", "meow2");
+    const std::uint8_t* b = sys::get_resource("WAVE", "meow2-2");
+    ASSERT_NE(a, nullptr);
+    ASSERT_NE(b, nullptr);
+    EXPECT_NE(a, b);
+}
+
+TEST(Resource, MissingNamesAndTypesGiveNullAndLeaveTheSizeAlone)
+{
+    std::size_t size = 1234;
+    EXPECT_EQ(sys::get_resource("WAVE", "no such cat", &size), nullptr);
+    EXPECT_EQ(sys::get_resource("APIC", "meow", &size), nullptr);
+    EXPECT_EQ(sys::get_resource("WAVE", "meo", &size), nullptr);
+    EXPECT_EQ(sys::get_resource("WAVE", "meoww", &size), nullptr);
+    EXPECT_EQ(sys::get_resource(nullptr, "meow", &size), nullptr);
+    EXPECT_EQ(sys::get_resource("WAVE", nullptr, &size), nullptr);
+    EXPECT_EQ(size, 1234u);
+}
+
+}  // namespace
