@@ -3,6 +3,7 @@
 #include "InfoCommand.h"
 #include "PresetCommand.h"
 #include "RenderCommand.h"
+#include "ValidateCommand.h"
 
 #include <algorithm>
 #include <exception>
@@ -21,7 +22,9 @@ const char* const usage =
     "                                   process a WAV file or the built-in demo song (32-bit float\n"
     "                                   output unless --pcm16)\n"
     "  preset save PLUGIN FILE.fxp|FILE.fxb [--program N]\n"
-    "  preset load PLUGIN FILE [--ignore-id]\n";
+    "  preset load PLUGIN FILE [--ignore-id]\n"
+    "  validate PLUGIN [--level 1|2|3] [--rates R,R...] [--blocks B,B...] [--seed N] [--repeats N]\n"
+    "                                   run the validation suite; non-zero exit on any failure\n";
 
 }  // namespace
 
@@ -42,6 +45,10 @@ int main(int argc, char** argv)
         if (command == "preset")
         {
             return vsthost::PresetCommand::run(words, std::cout);
+        }
+        if (command == "validate")
+        {
+            return vsthost::ValidateCommand::run(words, std::cout);
         }
         std::cerr << usage;
         return command == "help" || command == "--help" ? 0 : 2;

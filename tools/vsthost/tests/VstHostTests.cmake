@@ -49,3 +49,18 @@ vsthost_e2e(preset_load_bank_params "loaded bank of parameter programs.*\"Gain\"
   ARGS preset load ${params} e2e-params.fxb)
 vsthost_e2e(preset_wrong_kind "stores a chunk but the plug-in uses parameters" FIXTURE_REQUIRED vsthost_fxp
   ARGS preset load ${params} e2e-inverted.fxp)
+
+# The validation suite on the test plug-in; the Windows build gets a real
+# parent window for the editor under a virtual X server when one is there.
+find_program(vsthost_xvfb_run xvfb-run)
+if(CMAKE_CROSSCOMPILING AND vsthost_xvfb_run)
+  add_test(NAME vsthost_validate
+    COMMAND ${vsthost_xvfb_run} -a ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE_NAME:vsthost> validate ${gain}
+    WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
+  set_tests_properties(vsthost_validate PROPERTIES ENVIRONMENT "${vsthost_env}" LABELS e2e
+    PASS_REGULAR_EXPRESSION "PASS  editor open and close while suspended.*\n[1-9][0-9]* passed, 0 failed")
+else()
+  vsthost_e2e(validate "\n[1-9][0-9]* passed, 0 failed" ARGS validate ${gain})
+endif()
+vsthost_e2e(validate_params_strict "\n[1-9][0-9]* passed, 0 failed" ARGS validate ${params} --level 3 --seed 7
+  --rates 44100,96000 --blocks 16,512)
