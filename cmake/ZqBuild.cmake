@@ -23,16 +23,17 @@ if(ZQ_SANITIZE)
 endif()
 
 # Sources of one folder, without the files of the other platform: files named
-# *Win32.* build only for Windows, *Posix.* only elsewhere.
+# *Win32.* build only for Windows, *Posix.* only elsewhere; the same goes for
+# tests named *Win32Test.*, *PosixStressTest.* and so on.
 function(zq_platform_sources out dir)
   file(GLOB found CONFIGURE_DEPENDS ${ZQ_ROOT}/${dir}/*.cpp)
   set(kept)
   foreach(f IN LISTS found)
     get_filename_component(name ${f} NAME_WE)
-    if(WIN32 AND name MATCHES "Posix$")
+    if(WIN32 AND name MATCHES "Posix((Stress)?Test)?$")
       continue()
     endif()
-    if(NOT WIN32 AND name MATCHES "Win32$")
+    if(NOT WIN32 AND name MATCHES "Win32((Stress)?Test)?$")
       continue()
     endif()
     list(APPEND kept ${f})

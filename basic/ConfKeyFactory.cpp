@@ -1,0 +1,156 @@
+#include "basic/ConfKeyFactory.h"
+
+#include "basic/ConfKeyContentMulti.h"
+#include "basic/ConfKeyContentString.h"
+#include "basic/ConfKeyData.h"
+#include "basic/ConfKeyMulti.h"
+#include "basic/ConfKeyTokenizer.h"
+
+namespace basic
+{
+
+ConfKeyFactory& ConfKeyFactory::use_instance()
+{
+    static ConfKeyFactory instance;
+    return instance;
+}
+
+std::unique_ptr<ConfKeyInterface> ConfKeyFactory::create_key(const std::string& text)
+{
+    _tokens.clear();
+    _pos = 0;
+    if (ConfKeyTokenizer(_tokens).tokenize(text) != 0)
+    {
+        _last_error = err_tokens;
+        return nullptr;
+    }
+    std::unique_ptr<ConfKeyInterface> key = form_key();
+    if (key == nullptr)
+    {
+        _last_error = _tokens.empty() ? 0 : err_no_key;
+        return nullptr;
+    }
+    const int err = read_key(*key);
+    _last_error = err != 0 ? err : (_pos != _tokens.size() ? err_no_key : 0);
+    return key;
+}
+
+int ConfKeyFactory::get_nbr_left() const
+{
+    return static_cast<int>(_tokens.size() - _pos);
+}
+
+bool ConfKeyFactory::is_token(std::size_t pos, const char* token) const
+{
+    return _tokens[pos] == token;
+}
+
+// name = value, where neither name nor value is "="; a section when the value
+// opens with "{" and the first member is itself "name =".
+std::unique_ptr<ConfKeyInterface> ConfKeyFactory::form_key()
+{
+    const std::size_t p = _pos;
+    if (get_nbr_left() < 3 || !is_token(p + 1, "=") || is_token(p, "=") || is_token(p + 2, "="))
+    {
+        return nullptr;
+    }
+    if (get_nbr_left() >= 5 && is_token(p + 2, "{") && is_token(p + 4, "="))
+    {
+        return std::make_unique<ConfKeyMulti>(_tokens[p]);
+    }
+    return std::make_unique<ConfKeyData>(_tokens[p]);
+}
+
+int ConfKeyFactory::read_key(ConfKeyInterface& key)
+{
+    auto* section = dynamic_cast<ConfKeyMulti*>(&key);
+    return section != nullptr ? read_section_body(*section) : read_leaf_value(static_cast<ConfKeyData&>(key));
+}
+
+int ConfKeyFactory::read_leaf_value(ConfKeyData& key)
+{
+    _pos += 2;
+    if (get_nbr_left() < 1)
+    {
+        return err_missing_value;
+    }
+    std::unique_ptr<ConfKeyContentInterface> content;
+    const int err = read_content(content, err_missing_value);
+    if (err == 0)
+    {
+        key.set_content(*content);
+    }
+    return err;
+}
+
+int ConfKeyFactory::read_section_body(ConfKeyMulti& section)
+{
+    _pos += 3;
+    while (true)
+    {
+        if (get_nbr_left() < 1)
+        {
+            return err_bad_section;
+        }
+        if (is_token(_pos, "}"))
+        {
+            break;
+        }
+        std::unique_ptr<ConfKeyInterface> child = get_nbr_left() >= 4 ? form_key() : nullptr;
+        if (child == nullptr)
+        {
+            return err_bad_section;
+        }
+        const int err = read_key(*child);
+        if (err != 0)
+        {
+            return err;
+        }
+        section.add_key(*child);
+    }
+    ++_pos;
+    return 0;
+}
+
+// A content at the current token, which exists: a list when it is "{", a
+// string otherwise. err_none is the code for a list that has no room for its
+// closing brace.
+int ConfKeyFactory::read_content(std::unique_ptr<ConfKeyContentInterface>& content, int err_none)
+{
+    if (!is_token(_pos, "{"))
+    {
+        content = std::make_unique<ConfKeyContentString>(_tokens[_pos]);
+        ++_pos;
+        return 0;
+    }
+    return get_nbr_left() >= 2 ? read_list(content) : err_none;
+}
+
+int ConfKeyFactory::read_list(std::unique_ptr<ConfKeyContentInterface>& content)
+{
+    auto list = std::make_unique<ConfKeyContentMulti>();
+    ++_pos;
+    while (true)
+    {
+        if (get_nbr_left() < 1)
+        {
+            return err_bad_list;
+        }
+        if (is_token(_pos, "}"))
+        {
+            break;
+        }
+        std::unique_ptr<ConfKeyContentInterface> elt;
+        const int err = get_nbr_left() >= 2 ? read_content(elt, err_bad_list) : err_bad_list;
+        if (err != 0)
+        {
+            return err;
+        }
+        list->add_elt(*elt);
+    }
+    ++_pos;
+    content = std::move(list);
+    return 0;
+}
+
+}  // namespace basic

@@ -1,0 +1,246 @@
+#include "basic/ConfKeyContentMulti.h"
+#include "basic/ConfKeyContentString.h"
+#include "basic/ConfKeyData.h"
+#include "basic/ConfKeyMulti.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <stdexcept>
+#include <string>
+
+namespace
+{
+
+using basic::ConfKeyContentMulti;
+using basic::ConfKeyContentString;
+using basic::ConfKeyData;
+using basic::ConfKeyInterface;
+using basic::ConfKeyMulti;
+
+std::string write(const ConfKeyInterface& key, int start_level = 0)
+{
+    std::string text;
+    int level = start_level;
+    EXPECT_EQ(key.do_write_to_string(text, level), 0);
+    EXPECT_EQ(level, start_level);
+    return text;
+}
+
+ConfKeyContentMulti make_list(int count)
+{
+    ConfKeyContentMulti list;
+    for (int i = 0; i < count; ++i)
+    {
+        list.add_elt(ConfKeyContentString(std::to_string(i)));
+    }
+    return list;
+}
+
+void expect_runtime_error(const std::function<void()>& action, const char* message)
+{
+    try
+    {
+        action();
+        ADD_FAILURE() << "no exception, expected: " << message;
+    }
+    catch (const std::runtime_error& e)
+    {
+        EXPECT_STREQ(e.what(), message);
+    }
+}
+
+TEST(ConfKeyTree, WritesTheDocumentedExampleByteForByte)
+{
+    ConfKeyMulti midi("midi");
+    ConfKeyData version("version", "1.00");
+    version.set_comment("file format");
+    midi.add_key(version);
+    ConfKeyMulti map("control_map");
+    map.add_key(ConfKeyData("k1", "x y"));
+    midi.add_key(map);
+
+    EXPECT_EQ(write(midi), "midi =\n"
+                           "{\n"
+                           "   version = 1.00\t// file format\n"
+                           "   control_map =\n"
+                           "   {\n"
+                           "      k1 = \"x y\"\n"
+                           "   }\n"
+                           "}");
+}
+
+TEST(ConfKeyTree, ShortListsStayOnTheLineLongListsTakeOneLinePerElement)
+{
+    ConfKeyData key("x");
+    key.set_content(make_list(0));
+    EXPECT_EQ(write(key), "x = { }");
+    key.set_content(make_list(7));
+    EXPECT_EQ(write(key), "x = { 0 1 2 3 4 5 6 }");
+
+    key.set_content(make_list(8));
+    const std::string text = write(key, 1);
+    EXPECT_EQ(text, "   x = {\n      0\n      1\n      2\n      3\n      4\n      5\n      6\n      7\n   }");
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n') + 1, 10);
+}
+
+TEST(ConfKeyTree, NestedListsInsideLongListsAreIndentedOneLevelDeeper)
+{
+    ConfKeyContentMulti outer = make_list(7);
+    outer.add_elt(make_list(8));
+    ConfKeyData key("n");
+    key.set_content(outer);
+    EXPECT_EQ(write(key), "n = {\n   0\n   1\n   2\n   3\n   4\n   5\n   6\n   {\n      0\n      1\n      2\n      3\n"
+                          "      4\n      5\n      6\n      7\n   }\n}");
+}
+
+TEST(ConfKeyTree, WordsAreQuotedOnlyWhenTheReaderWouldSplitThem)
+{
+    const auto value_text = [](const std::string& value) { return write(ConfKeyData("k", value)).substr(4); };
+    EXPECT_EQ(value_text("plain"), "plain");
+    EXPECT_EQ(value_text("a b"), "\"a b\"");
+    EXPECT_EQ(value_text("a\tb"), "\"a\tb\"");
+    EXPECT_EQ(value_text("a,b"), "\"a,b\"");
+    EXPECT_EQ(value_text("a=b{}"), "a=b{}");  // written as it is, even though it does not read back
+    EXPECT_EQ(value_text(""), "");
+    EXPECT_EQ(write(ConfKeyData("two words", "v")), "\"two words\" = v");
+}
+
+TEST(ConfKeyTree, CommentsStayOnOneLine)
+{
+    ConfKeyMulti section("s");
+    section.set_comment("first\nsecond\r");
+    EXPECT_EQ(section.get_comment(), "first second\r");
+    section.add_key(ConfKeyData("a", "1"));
+    EXPECT_EQ(write(section, 1), "   // first second\r\n   s =\n   {\n      a = 1\n   }");
+}
+
+TEST(ConfKeyTree, AnonymousKeysCannotBeWrittenAndTheLevelComesBack)
+{
+    ConfKeyMulti root("root");
+    ConfKeyMulti inner("inner");
+    inner.add_key(ConfKeyData(""));
+    root.add_key(inner);
+    std::string text;
+    int level = 2;
+    expect_runtime_error([&] { root.do_write_to_string(text, level); },
+                         "basic::ConfKeyInterface::do_write_to_string() : Key can't be anonymous.");
+    EXPECT_EQ(level, 2);
+}
+
+TEST(ConfKeyTree, NamesWithPathSeparatorsAreRefusedAndLeaveTheKeyAlone)
+{
+    const char* message = "basic::ConfKeyInterface::check_name_throw() : Invalid name.";
+    expect_runtime_error([] { ConfKeyData("a/b"); }, message);
+    expect_runtime_error([] { ConfKeyMulti("a\\b"); }, message);
+    ConfKeyData key("good");
+    expect_runtime_error([&] { key.set_name("bad/"); }, message);
+    EXPECT_EQ(key.get_name(), "good");
+    key.set_name("");
+    EXPECT_EQ(key.get_name(), "");
+}
+
+TEST(ConfKeyTree, MakeValidNameKeepsOnlyAsciiLettersAndDigits)
+{
+    EXPECT_EQ(ConfKeyInterface::make_valid_name("Vin Rouge"), "Vin_Rouge");
+    EXPECT_EQ(ConfKeyInterface::make_valid_name("a/b\\c.d-e\xe9" "9"), "a_b_c_d_e_9");
+    EXPECT_EQ(ConfKeyInterface::make_valid_name(""), "");
+}
+
+TEST(ConfKeyTree, DuplicateNamesAreKeptAndFoundInOrder)
+{
+    ConfKeyMulti root("root");
+    root.add_key(ConfKeyData("k", "1"));
+    root.add_key(ConfKeyMulti("k"));
+    root.add_key(ConfKeyData("k", "2"));
+
+    EXPECT_EQ(root.find_key_data("k", 0), 0);
+    EXPECT_EQ(root.find_key_data("k", 1), 2);
+    EXPECT_EQ(root.find_key_data("k", 3), -1);
+    EXPECT_EQ(root.find_key_multi("k"), 1);
+    EXPECT_EQ(root.find_key_data("K"), -1);
+    EXPECT_EQ(root.find_key_data("k", -5), 0);
+
+    root.set_key(ConfKeyData("k", "3"));
+    ASSERT_EQ(root.get_nbr_keys(), 3);
+    EXPECT_EQ(root.get_string("k"), "3");
+    EXPECT_EQ(root.find_key_data("k", 1), 2);
+    root.set_key(ConfKeyData("new", "4"));
+    EXPECT_EQ(root.get_nbr_keys(), 4);
+    EXPECT_EQ(root.use_key(3).get_name(), "new");
+}
+
+TEST(ConfKeyTree, PathsUseEitherSeparatorAndFollowTheFirstChildOfAName)
+{
+    ConfKeyMulti root("root");
+    ConfKeyMulti a("a");
+    a.add_key(ConfKeyData("b", "deep"));
+    root.add_key(a);
+    ConfKeyMulti shadowed("a");
+    shadowed.add_key(ConfKeyData("c", "hidden"));
+    root.add_key(shadowed);
+    root.add_key(ConfKeyData("leaf", "v"));
+
+    const ConfKeyInterface* b = root.use_key_from_path("a/b");
+    ASSERT_NE(b, nullptr);
+    EXPECT_EQ(root.use_key_from_path("a\\b"), b);
+    EXPECT_EQ(root.use_key_from_path("a/b/"), b);
+    EXPECT_EQ(root.use_key_from_path("a/c"), nullptr);
+    EXPECT_EQ(root.use_key_from_path("leaf/x"), nullptr);
+    EXPECT_EQ(root.get_string("a/b"), "deep");
+    EXPECT_EQ(root.get_string("a"), "");
+    EXPECT_EQ(root.get_string("missing"), "");
+
+    const char* message = "basic::ConfKeyMulti::split_key_path_first() : Invalid key path.";
+    expect_runtime_error([&] { root.use_key_from_path("/a"); }, message);
+    expect_runtime_error([&] { root.use_key_from_path(""); }, message);
+    expect_runtime_error([&] { root.use_key_from_path("a//b"); }, message);
+}
+
+TEST(ConfKeyTree, ListValuesAreNotStrings)
+{
+    ConfKeyMulti root("root");
+    ConfKeyData list("l");
+    list.set_content(make_list(2));
+    root.add_key(list);
+    EXPECT_EQ(root.get_string("l"), "");
+}
+
+TEST(ConfKeyTree, StoringAndCopyingCloneTheWholeSubtree)
+{
+    ConfKeyMulti child("child");
+    child.add_key(ConfKeyData("v", "1"));
+    ConfKeyMulti root("root");
+    root.add_key(child);
+    child.add_key(ConfKeyData("w", "2"));
+    EXPECT_EQ(static_cast<const ConfKeyMulti&>(root.use_key(0)).get_nbr_keys(), 1);
+
+    ConfKeyMulti copy = root;
+    static_cast<ConfKeyMulti&>(root.use_key(0)).add_key(ConfKeyData("x", "3"));
+    EXPECT_EQ(write(copy), "root =\n{\n   child =\n   {\n      v = 1\n   }\n}");
+
+    const auto clone = root.clone();
+    root.set_name("renamed");
+    EXPECT_EQ(clone->get_name(), "root");
+    root.add_key(root);  // a key may be stored into itself: a copy goes in
+    EXPECT_EQ(root.get_nbr_keys(), 2);
+
+    ConfKeyData data("d", "a");
+    ConfKeyData other("o", "b");
+    other = data;
+    data.set_content(ConfKeyContentString("changed"));
+    EXPECT_EQ(write(other), "d = a");
+}
+
+TEST(ConfKeyTree, ListElementsCanBeClearedAndNested)
+{
+    ConfKeyContentMulti list = make_list(3);
+    list.add_elt(list);
+    ASSERT_EQ(list.get_nbr_elt(), 4);
+    EXPECT_EQ(static_cast<const ConfKeyContentMulti&>(list.use_elt(3)).get_nbr_elt(), 3);
+    list.clear();
+    EXPECT_EQ(list.get_nbr_elt(), 0);
+}
+
+}  // namespace

@@ -1,0 +1,149 @@
+#include "basic/ConfKeyMulti.h"
+#include "basic/SettingClientInterface.h"
+#include "basic/SettingMgrInterface.h"
+#include "tests/basic/ScratchDir.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <vector>
+
+namespace
+{
+
+using basic::ConfKeyMulti;
+using basic::SettingMgrInterface;
+
+// Records what it saw; answers a chosen code.
+class RecordingClient : public basic::SettingClientInterface
+{
+public:
+    explicit RecordingClient(std::vector<std::string>& log, const std::string& id, int answer = 0)
+        : _log(log), _id(id), _answer(answer)
+    {
+    }
+    int save_settings(ConfKeyMulti& /*root*/) override { return 0; }
+    int load_settings(const ConfKeyMulti& root) override
+    {
+        _log.push_back(_id + ":" + root.get_name() + ":" + std::to_string(root.get_nbr_keys()));
+        return _answer;
+    }
+
+private:
+    std::vector<std::string>& _log;
+    std::string _id;
+    int _answer;
+};
+
+class HookedMgr : public SettingMgrInterface
+{
+public:
+    explicit HookedMgr(std::vector<std::string>& log) : _log(log) {}
+    void before_load(const ConfKeyMulti& /*root*/, const std::string& /*path*/, int& status) override
+    {
+        _log.push_back("before:" + std::to_string(status));
+        status = before_status;
+    }
+    void after_load(const ConfKeyMulti& /*root*/, const std::string& /*path*/, int& status) override
+    {
+        _log.push_back("after:" + std::to_string(status));
+    }
+    int before_status = 0;
+
+private:
+    std::vector<std::string>& _log;
+};
+
+class SettingMgrInterfaceTest : public ::testing::Test
+{
+protected:
+    std::vector<std::string> log;
+    HookedMgr mgr{log};
+    zq_test::ScratchDir dir;
+};
+
+TEST_F(SettingMgrInterfaceTest, ClientsRegisterOnceAndLoadInOrder)
+{
+    RecordingClient first(log, "first");
+    RecordingClient second(log, "second");
+    EXPECT_EQ(mgr.add_client(first), 0);
+    EXPECT_EQ(mgr.add_client(second), 0);
+    EXPECT_EQ(mgr.add_client(first), SettingMgrInterface::err_client_twice);
+
+    const std::string path = dir.write_file("a.cfg", "top = { version = 1.12 other = { x = 1 } }");
+    EXPECT_EQ(mgr.load(path), 0);
+    EXPECT_EQ(log, (std::vector<std::string>{"before:0", "first:top:2", "second:top:2", "after:0"}));
+}
+
+TEST_F(SettingMgrInterfaceTest, AFailingClientStopsTheOnesAfterIt)
+{
+    RecordingClient failing(log, "failing", -7);
+    RecordingClient later(log, "later");
+    mgr.add_client(failing);
+    mgr.add_client(later);
+    EXPECT_EQ(mgr.load(dir.write_file("a.cfg", "top = { a = 1 }")), -7);
+    EXPECT_EQ(log, (std::vector<std::string>{"before:0", "failing:top:1", "after:-7"}));
+}
+
+TEST_F(SettingMgrInterfaceTest, AHookCanRefuseTheFileBeforeAnyClient)
+{
+    RecordingClient client(log, "client");
+    mgr.add_client(client);
+    mgr.before_status = -3071;
+    EXPECT_EQ(mgr.load(dir.write_file("a.cfg", "top = { a = 1 }")), -3071);
+    EXPECT_EQ(log, (std::vector<std::string>{"before:0", "after:-3071"}));
+}
+
+TEST_F(SettingMgrInterfaceTest, AnEmptyListAtTheTopIsAnEmptySection)
+{
+    RecordingClient client(log, "client");
+    mgr.add_client(client);
+    EXPECT_EQ(mgr.load(dir.write_file("a.cfg", "top = { }\n")), 0);
+    EXPECT_EQ(log, (std::vector<std::string>{"before:0", "client:top:0", "after:0"}));
+}
+
+TEST_F(SettingMgrInterfaceTest, TopKeysThatAreNoSectionAreRefused)
+{
+    RecordingClient client(log, "client");
+    mgr.add_client(client);
+    EXPECT_EQ(mgr.load(dir.write_file("a.cfg", "top = value")), SettingMgrInterface::err_not_section);
+    EXPECT_EQ(mgr.load(dir.write_file("b.cfg", "top = { a b }")), SettingMgrInterface::err_not_section);
+    EXPECT_TRUE(log.empty());
+}
+
+TEST_F(SettingMgrInterfaceTest, ReaderErrorsAreShiftedBy1024)
+{
+    EXPECT_EQ(mgr.load(dir.write_file("a.cfg", "garbage")), -2039);
+    EXPECT_EQ(mgr.load(dir.write_file("b.cfg", "top = {")), -1020 - 1024);
+    EXPECT_EQ(mgr.load(dir.write_file("c.cfg", "top = { a = 1 b }")), -1019 - 1024);
+    // A key read with an error further on is not loaded half.
+    EXPECT_EQ(mgr.load(dir.write_file("d.cfg", "top = { a = 1 } junk")), -1015 - 1024);
+    EXPECT_EQ(mgr.load(dir.write_file("e.cfg", "// nothing but a comment\n")), -1024);
+    EXPECT_TRUE(log.empty());
+}
+
+TEST_F(SettingMgrInterfaceTest, FilesThatCannotBeReadAreReported)
+{
+    EXPECT_EQ(mgr.load(dir.get_path("missing.cfg")), SettingMgrInterface::err_cannot_open);
+    EXPECT_EQ(mgr.load(""), SettingMgrInterface::err_cannot_open);
+    // A folder opens on some systems and then fails to read; either way it is
+    // not loaded.
+    const int folder = mgr.load(dir.get_path());
+    EXPECT_TRUE(folder == SettingMgrInterface::err_cannot_open || folder == SettingMgrInterface::err_cannot_read)
+        << folder;
+    EXPECT_TRUE(log.empty());
+}
+
+TEST_F(SettingMgrInterfaceTest, OversizedFilesAreNotRead)
+{
+    std::string big = "top = { a = 1 }\n";
+    big.resize(SettingMgrInterface::max_file_size + 1, ' ');
+    EXPECT_EQ(mgr.load(dir.write_file("big.cfg", big)), SettingMgrInterface::err_cannot_read);
+}
+
+TEST_F(SettingMgrInterfaceTest, NameErrorsOfTheReaderReachTheCaller)
+{
+    EXPECT_THROW(mgr.load(dir.write_file("a.cfg", "top = { bad/name = 1 }")), std::runtime_error);
+}
+
+}  // namespace
