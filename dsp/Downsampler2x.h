@@ -1,0 +1,42 @@
+#pragma once
+
+#include "dsp/Downsampler2xInterface.h"
+#include "dsp/HalfBandPaths.h"
+
+#include <vector>
+
+namespace dsp
+{
+
+// The polyphase decimator: path A filters the second sample of each pair, path B
+// the first, and their mean is the output. Final, so that an owner holding the
+// concrete type gets its per-sample calls inlined.
+template <int N>
+class Downsampler2x final : public Downsampler2xInterface
+{
+public:
+    void load_coefs(const std::vector<double>& coefs) override { _paths.load_coefs(coefs); }
+    void copy_coefs(const float* coefs) override { _paths.copy_coefs(coefs); }
+
+    float downsample_pair(float in0, float in1) override
+    {
+        return (_paths.run_a(in1) + _paths.run_b(in0)) * 0.5f;
+    }
+
+    void downsample_block(float* out, const float* in, int count) override
+    {
+        for (int i = 0; i < count; ++i)
+        {
+            out[i] = downsample_pair(in[2 * i], in[2 * i + 1]);
+        }
+    }
+
+    void clear_state() override { _paths.clear_state(); }
+    bool state_is_normal() const override { return _paths.state_is_normal(); }
+    float get_coef(int i) const { return _paths.get_coef(i); }
+
+private:
+    HalfBandPaths<N> _paths;
+};
+
+}  // namespace dsp

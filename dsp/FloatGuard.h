@@ -1,0 +1,43 @@
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+
+namespace dsp
+{
+
+// Clamps x into [lo, hi] and turns NaN into lo. std::max returns its first
+// argument when the comparison fails, so lo must come first for NaN to lose.
+template <typename T>
+inline T clamp_finite(T x, T lo, T hi)
+{
+    return std::min(std::max(lo, x), hi);
+}
+
+// Sends anything below about -400 dB to exactly zero. Recursive states decaying
+// in silence would otherwise crawl through the denormal range, which is slow on
+// x86 and never audible. A comparison, not the add-and-subtract trick: rounding
+// to a grid would leave a slowly decaying one-pole stuck at a small fixed point.
+inline float flush_tiny(float x)
+{
+    return std::fabs(x) < 1e-20f ? 0.0f : x;
+}
+
+inline double flush_tiny(double x)
+{
+    return std::fabs(x) < 1e-200 ? 0.0 : x;
+}
+
+inline bool is_denormal(float x)
+{
+    return std::fpclassify(x) == FP_SUBNORMAL;
+}
+
+// Sample rates the signal classes accept; anything else (zero, negative, NaN, a
+// host's garbage) is ignored by their rate setters.
+inline bool is_usable_sample_freq(float f)
+{
+    return f >= 1000.0f && f <= 1.0e6f;
+}
+
+}  // namespace dsp

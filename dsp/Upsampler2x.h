@@ -1,0 +1,30 @@
+#pragma once
+
+#include "dsp/HalfBandPaths.h"
+
+#include <array>
+#include <vector>
+
+namespace dsp
+{
+
+// Doubles the sample rate with a polyphase IIR half-band filter: both paths see
+// the input, path A gives the first output sample and path B the second. Each
+// path has unity gain at DC, so no gain factor is needed.
+template <int N>
+class Upsampler2x
+{
+public:
+    void load_coefs(const std::vector<double>& coefs) { _paths.load_coefs(coefs); }
+
+    std::array<float, 2> upsample(float x) { return {_paths.run_a(x), _paths.run_b(x)}; }
+
+    void clear_state() { _paths.clear_state(); }
+    bool state_is_normal() const { return _paths.state_is_normal(); }
+    float get_coef(int i) const { return _paths.get_coef(i); }
+
+private:
+    HalfBandPaths<N> _paths;
+};
+
+}  // namespace dsp

@@ -1,0 +1,212 @@
+#include "dsp/Downsampler2x.h"
+#include "dsp/HalfBandDesign.h"
+#include "dsp/Upsampler2x.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <vector>
+
+namespace
+{
+
+constexpr double kPi = 3.14159265358979323846;
+
+std::vector<double> design(double transition)
+{
+    std::vector<double> coefs;
+    dsp::design_half_band(coefs, 69.0, transition);
+    return coefs;
+}
+
+template <int N>
+struct Pair
+{
+    explicit Pair(double transition)
+    {
+        up.load_coefs(design(transition));
+        down.load_coefs(design(transition));
+    }
+    dsp::Upsampler2x<N> up;
+    dsp::Downsampler2x<N> down;
+};
+
+// Gain of the downsampler for a sine of `cycles_per_sample` at its input rate,
+// from the RMS of the settled output (a peak would depend on where the output
+// samples fall on the wave).
+template <int N>
+double downsampled_gain(dsp::Downsampler2x<N>& down, double cycles_per_sample)
+{
+    double sum = 0.0;
+    const int pairs = 20000;
+    for (int i = 0; i < pairs; ++i)
+    {
+        const float in0 = static_cast<float>(std::sin(2.0 * kPi * cycles_per_sample * (2 * i)));
+        const float in1 = static_cast<float>(std::sin(2.0 * kPi * cycles_per_sample * (2 * i + 1)));
+        const double y = down.downsample_pair(in0, in1);
+        if (i >= pairs / 2)
+        {
+            sum += y * y;
+        }
+    }
+    return std::sqrt(2.0 * sum / (pairs - pairs / 2));
+}
+
+TEST(Resampler, ConstantSettlesToItselfBothWays)
+{
+    Pair<8> steep(0.01);
+    Pair<3> gentle(0.2);
+    std::array<float, 2> u8{};
+    std::array<float, 2> u3{};
+    float d8 = 0.0f;
+    float d3 = 0.0f;
+    for (int i = 0; i < 5000; ++i)
+    {
+        u8 = steep.up.upsample(1.0f);
+        u3 = gentle.up.upsample(1.0f);
+        d8 = steep.down.downsample_pair(1.0f, 1.0f);
+        d3 = gentle.down.downsample_pair(1.0f, 1.0f);
+    }
+    EXPECT_NEAR(u8[0], 1.0f, 1e-5f);
+    EXPECT_NEAR(u8[1], 1.0f, 1e-5f);
+    EXPECT_NEAR(u3[0], 1.0f, 1e-5f);
+    EXPECT_NEAR(u3[1], 1.0f, 1e-5f);
+    EXPECT_NEAR(d8, 1.0f, 1e-5f);
+    EXPECT_NEAR(d3, 1.0f, 1e-5f);
+}
+
+TEST(Resampler, SteepDownsamplerPassesTheBandAndRejectsItsImage)
+{
+    // Rates relative to the downsampler's input: the pass band ends just below a
+    // quarter, the stop band starts just above it.
+    Pair<8> pass(0.01);
+    EXPECT_NEAR(downsampled_gain(pass.down, 0.1), 1.0, 1e-4);
+    EXPECT_NEAR(downsampled_gain(pass.down, 0.23), 1.0, 1e-3);
+    Pair<8> stop(0.01);
+    EXPECT_LT(downsampled_gain(stop.down, 0.3), std::pow(10.0, -65.0 / 20.0));
+    Pair<3> gentle(0.2);
+    EXPECT_LT(downsampled_gain(gentle.down, 0.47), std::pow(10.0, -65.0 / 20.0));
+}
+
+TEST(Resampler, UpThenDownReturnsTheSignalDelayed)
+{
+    Pair<8> p(0.01);
+    std::vector<float> in;
+    std::vector<float> out;
+    for (int i = 0; i < 4000; ++i)
+    {
+        const float x = static_cast<float>(std::sin(2.0 * kPi * 0.05 * i));
+        const auto up = p.up.upsample(x);
+        in.push_back(x);
+        out.push_back(p.down.downsample_pair(up[0], up[1]));
+    }
+    // Find the delay (a few samples) and check the match after it.
+    int best_lag = 0;
+    double best_err = 1e9;
+    for (int lag = 0; lag < 20; ++lag)
+    {
+        double err = 0.0;
+        for (int i = 2000; i < 4000; ++i)
+        {
+            err = std::max(err, std::fabs(static_cast<double>(out[i]) - in[i - lag]));
+        }
+        if (err < best_err)
+        {
+            best_err = err;
+            best_lag = lag;
+        }
+    }
+    EXPECT_GT(best_lag, 0);
+    // All-pass phase is not linear, so a whole-sample lag matches only roughly.
+    EXPECT_LT(best_err, 0.35);
+    double sum = 0.0;
+    for (int i = 2000; i < 4000; ++i)
+    {
+        sum += static_cast<double>(out[i]) * out[i];
+    }
+    EXPECT_NEAR(std::sqrt(sum / 1000.0), 1.0, 1e-3);
+}
+
+TEST(Resampler, DecayEndsInExactZeroNotInDenormals)
+{
+    Pair<3> p(0.2);
+    p.up.upsample(1.0f);
+    p.down.downsample_pair(1.0f, -1.0f);
+    std::array<float, 2> u{};
+    float d = 1.0f;
+    for (int i = 0; i < 20000; ++i)
+    {
+        u = p.up.upsample(0.0f);
+        d = p.down.downsample_pair(0.0f, 0.0f);
+        ASSERT_TRUE(p.up.state_is_normal()) << i;
+        ASSERT_TRUE(p.down.state_is_normal()) << i;
+    }
+    EXPECT_EQ(u[0], 0.0f);
+    EXPECT_EQ(u[1], 0.0f);
+    EXPECT_EQ(d, 0.0f);
+}
+
+TEST(Resampler, ClearStateForgetsThePast)
+{
+    Pair<8> p(0.01);
+    for (int i = 0; i < 100; ++i)
+    {
+        p.up.upsample(0.7f);
+        p.down.downsample_pair(0.7f, -0.2f);
+    }
+    p.up.clear_state();
+    p.down.clear_state();
+    EXPECT_EQ(p.up.upsample(0.0f)[0], 0.0f);
+    EXPECT_EQ(p.down.downsample_pair(0.0f, 0.0f), 0.0f);
+}
+
+TEST(Resampler, BlockPairAndCoefficientCopyAgree)
+{
+    const std::vector<double> coefs = design(0.01);
+    dsp::Downsampler2x<8> by_pair;
+    by_pair.load_coefs(coefs);
+    float as_float[8];
+    for (int i = 0; i < 8; ++i)
+    {
+        as_float[i] = by_pair.get_coef(i);
+    }
+    dsp::Downsampler2x<8> by_block;
+    dsp::Downsampler2xInterface& iface = by_block;
+    iface.copy_coefs(as_float);
+
+    std::vector<float> in(512);
+    for (std::size_t i = 0; i < in.size(); ++i)
+    {
+        in[i] = static_cast<float>(std::sin(0.37 * static_cast<double>(i)));
+    }
+    std::vector<float> out(256);
+    iface.downsample_block(out.data(), in.data(), 256);
+    for (int i = 0; i < 256; ++i)
+    {
+        ASSERT_EQ(out[static_cast<std::size_t>(i)], by_pair.downsample_pair(in[2 * static_cast<std::size_t>(i)],
+                                                                             in[2 * static_cast<std::size_t>(i) + 1]));
+    }
+}
+
+TEST(Resampler, ShortOrBrokenCoefficientListsStayStable)
+{
+    dsp::Upsampler2x<8> up;
+    up.load_coefs({0.5, std::nan(""), 7.0});
+    dsp::Downsampler2x<8> down;
+    down.load_coefs({-3.0});
+    for (int i = 0; i < 8; ++i)
+    {
+        EXPECT_GE(up.get_coef(i), 0.0f);
+        EXPECT_LT(up.get_coef(i), 1.0f);
+        EXPECT_GE(down.get_coef(i), 0.0f);
+    }
+    float peak = 0.0f;
+    for (int i = 0; i < 10000; ++i)
+    {
+        const auto u = up.upsample((i % 2) != 0 ? 1.0f : -1.0f);
+        peak = std::max({peak, std::fabs(u[0]), std::fabs(u[1]), std::fabs(down.downsample_pair(u[0], u[1]))});
+    }
+    EXPECT_LT(peak, 4.0f);
+}
+
+}  // namespace

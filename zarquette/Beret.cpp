@@ -1,0 +1,169 @@
+#include "zarquette/Beret.h"
+
+#include "dsp/HalfBandDesign.h"
+#include "zarquette/FastMath.h"
+
+#include <vector>
+
+namespace zarquette
+{
+namespace
+{
+
+constexpr double kLongestDelaySeconds = 8.0;
+constexpr int kDelayCapacity = static_cast<int>(kLongestDelaySeconds * Beret::kMaxFullDelayRate) + 4;
+constexpr double kStopBandDb = 69.0;
+constexpr double kSteepTransition = 0.01;
+constexpr double kGentleTransition = 0.2;
+constexpr float kLimiterTime = 0.03f;
+constexpr float kLimiterGain = 0.75f;
+constexpr float kLimiterThreshold = kLimiterGain * kLimiterGain;
+// The clipper of the driven input is asymmetric on purpose.
+constexpr float kClipLow = -1.25f;
+constexpr float kClipHigh = 1.0f;
+// What enters the filter is kept within a range no sane signal leaves; this
+// also turns a host's NaN or infinity into something the loop survives.
+constexpr float kLoopInputLimit = 16.0f;
+
+template <typename Resampler>
+void load_design(Resampler& resampler, double transition)
+{
+    std::vector<double> coefs;
+    dsp::design_half_band(coefs, kStopBandDb, transition);
+    resampler.load_coefs(coefs);
+}
+
+}  // namespace
+
+Beret::Beret() : _delay(kDelayCapacity)
+{
+    load_design(_up_steep, kSteepTransition);
+    load_design(_down_steep, kSteepTransition);
+    load_design(_up_gentle, kGentleTransition);
+    load_design(_down_gentle, kGentleTransition);
+    _limiter.set_time(kLimiterTime);
+    _limiter.set_levels(kLimiterGain, kLimiterThreshold);
+    set_sample_freq(_sample_freq);
+    set_delay(0.375);
+    update_feedback_gain();
+}
+
+void Beret::set_buffers(float* out, const float* in, float* scratch)
+{
+    _out = out;
+    _in = in;
+    _scratch = scratch;
+}
+
+void Beret::set_sample_freq(float f)
+{
+    if (!dsp::is_usable_sample_freq(f))
+    {
+        return;
+    }
+    _sample_freq = f;
+    _filter.set_sample_freq(4.0f * f);
+    _dc_killer.set_sample_freq(f);
+    _limiter.set_sample_freq(f);
+}
+
+void Beret::set_delay(double seconds)
+{
+    _delay.set_delay(_sample_freq * seconds);
+}
+
+void Beret::set_hold_gain(float g)
+{
+    _hold_gain = dsp::clamp_finite(g, 0.0f, 1.0f);
+    update_feedback_gain();
+}
+
+void Beret::set_gate(bool open)
+{
+    _gate = open;
+    update_feedback_gain();
+}
+
+void Beret::set_cutoff(float hz)
+{
+    _filter.set_cutoff(hz);
+}
+
+void Beret::set_resonance(float q)
+{
+    _filter.set_resonance(q);
+}
+
+void Beret::set_drive(float v)
+{
+    _filter.set_drive(v);
+}
+
+void Beret::set_vin_rouge(float v)
+{
+    _vin_rouge = dsp::clamp_finite(v, 0.0f, 1.0f);
+    // Linear near zero so that 0 is silent, then exponential up to 2^8 at 1.
+    _drive_gain = _vin_rouge < 0.0625f ? 1.6875f * _vin_rouge : fast_exp2(12.0f * _vin_rouge - 4.0f);
+    update_feedback_gain();
+}
+
+void Beret::update_feedback_gain()
+{
+    _delay.set_gain(_gate ? _vin_rouge : _hold_gain);
+}
+
+void Beret::reset()
+{
+    _filter.reset();
+    _dc_killer.reset();
+    _limiter.reset();
+}
+
+bool Beret::state_is_normal() const
+{
+    return _filter.state_is_normal() && _up_steep.state_is_normal() && _up_gentle.state_is_normal() &&
+           _down_gentle.state_is_normal() && _down_steep.state_is_normal();
+}
+
+// While the gate is closed the live input is driven by "Vin Rouge" and clipped;
+// the result goes to the scratch buffer, which render then reads instead.
+const float* Beret::drive_input(int offset, int n)
+{
+    if (_gate)
+    {
+        return _in;
+    }
+    for (int i = offset; i < offset + n; ++i)
+    {
+        _scratch[i] = dsp::clamp_finite(_in[i] * _drive_gain, kClipLow, kClipHigh);
+    }
+    return _scratch;
+}
+
+float Beret::process_sample(float x)
+{
+    const float y = dsp::flush_tiny(dsp::clamp_finite(x + _delay.read(), -kLoopInputLimit, kLoopInputLimit));
+    const auto up = _up_steep.upsample(y);
+    const auto a = _up_gentle.upsample(up[0]);
+    const auto b = _up_gentle.upsample(up[1]);
+    const float fa0 = _filter.process(a[0]);
+    const float fa1 = _filter.process(a[1]);
+    const float fb0 = _filter.process(b[0]);
+    const float fb1 = _filter.process(b[1]);
+    const float down0 = _down_gentle.downsample_pair(fa0, fa1);
+    const float down1 = _down_gentle.downsample_pair(fb0, fb1);
+    const float result = _limiter.limit(_dc_killer.filter(_down_steep.downsample_pair(down0, down1)));
+    _delay.write(result);
+    return result;
+}
+
+void Beret::render(int offset, int n)
+{
+    const float* src = drive_input(offset, n);
+    for (int i = offset; i < offset + n; ++i)
+    {
+        _out[i] = process_sample(src[i]);
+    }
+}
+
+}  // namespace zarquette
