@@ -17,7 +17,12 @@ bool ParamPriorityList::is_free(int index, int level) const
 
 bool ParamPriorityList::take(int index, int level)
 {
-    return _list[static_cast<std::size_t>(index)].take(level, sys::get_clock_s());
+    return take_at(index, level, sys::get_clock_s());
+}
+
+bool ParamPriorityList::take_at(int index, int level, double now)
+{
+    return _list[static_cast<std::size_t>(index)].take(level, now);
 }
 
 void ParamPriorityList::release(int index, int level)

@@ -19,6 +19,8 @@ public:
 
     bool is_free(int index, int level) const;
     bool take(int index, int level);
+    // take with a clock reading the caller made once for several parameters.
+    bool take_at(int index, int level, double now);
     void release(int index, int level);
 
     const ParamPriority& use(int index) const { return _list[static_cast<std::size_t>(index)]; }

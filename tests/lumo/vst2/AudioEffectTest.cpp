@@ -1,0 +1,66 @@
+#include "lumo/vst2/AudioEffectX.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace
+{
+
+using lumo::vst2::PluginOp;
+
+int deleted = 0;
+
+// An effect whose every entry throws: the host must see neutral answers only.
+class ThrowingEffect : public lumo::AudioEffectX
+{
+public:
+    ThrowingEffect() : AudioEffectX(nullptr, 1, 2) {}
+    ~ThrowingEffect() override { ++deleted; }
+    float get_parameter(int) override { throw std::runtime_error("get"); }
+    void set_parameter(int, float) override { throw std::runtime_error("set"); }
+    void process_replacing(float**, float**, int) override { throw std::runtime_error("process"); }
+    int get_vendor_version() override { throw std::bad_alloc(); }
+};
+
+std::intptr_t dispatch(lumo::vst2::AEffect* e, PluginOp op, std::int32_t index = 0, std::intptr_t value = 0,
+                       void* ptr = nullptr)
+{
+    return e->dispatcher(e, static_cast<std::int32_t>(op), index, value, ptr, 0.0f);
+}
+
+TEST(AudioEffect, NoExceptionCrossesTheHostBoundary)
+{
+    auto* effect = new ThrowingEffect();
+    lumo::vst2::AEffect* e = effect->use_aeffect();
+    EXPECT_EQ(e->get_parameter(e, 0), 0.0f);
+    e->set_parameter(e, 0, 0.5f);
+    e->process_replacing(e, nullptr, nullptr, 16);
+    EXPECT_EQ(dispatch(e, PluginOp::get_vendor_version), 0);
+
+    deleted = 0;
+    dispatch(e, PluginOp::close);  // the close request deletes the plug-in
+    EXPECT_EQ(deleted, 1);
+}
+
+TEST(AudioEffect, DefaultsOfARecordWithoutOverrides)
+{
+    lumo::AudioEffectX effect(nullptr, 3, 4);
+    lumo::vst2::AEffect* e = effect.use_aeffect();
+    EXPECT_EQ(e->magic, lumo::vst2::effect_magic);
+    EXPECT_EQ(e->num_programs, 3);
+    EXPECT_EQ(e->num_params, 4);
+    EXPECT_EQ(dispatch(e, PluginOp::identify), lumo::vst2::four_cc('N', 'v', 'E', 'f'));
+    EXPECT_EQ(dispatch(e, PluginOp::get_num_program_categories), 1);
+    EXPECT_EQ(dispatch(e, PluginOp::get_vst_version), 2200);
+    EXPECT_EQ(dispatch(e, PluginOp::get_current_midi_program), -1);
+    EXPECT_EQ(dispatch(e, PluginOp::edit_key_down), 0);  // no editor
+    dispatch(e, PluginOp::set_program, 0, 2);
+    EXPECT_EQ(dispatch(e, PluginOp::get_program), 2);
+    EXPECT_EQ(effect.call_host(lumo::vst2::HostOp::version), 0);  // no host
+    char text[8] = "x";
+    dispatch(e, PluginOp::get_param_name, 0, 0, text);
+    EXPECT_STREQ(text, "");
+}
+
+}  // namespace
