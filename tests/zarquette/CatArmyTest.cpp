@@ -1,0 +1,292 @@
+#include "zarquette/CatArmy.h"
+
+#include "sys/ClockPin.h"
+#include "zarquette/RndGen.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+using zarquette::CatArmy;
+using zarquette::RndGen;
+using zarquette::SampleSet;
+using zarquette::SampleSetEntry;
+
+sys::LocalTime day(int d)
+{
+    return sys::LocalTime{2026, 11, d, 9, 0, 0};
+}
+
+int group_of(const CatArmy& army, int index)
+{
+    int g = 0;
+    while (g + 1 < army.get_nbr_groups() && index >= army.use_group(g + 1).first)
+    {
+        ++g;
+    }
+    return g;
+}
+
+int index_of(const CatArmy& army, const zarquette::WavFile* recording)
+{
+    return static_cast<int>(recording - &army.use_player().use_recording(0));
+}
+
+// An army at 100 Hz, where every frame is a tick: render(1) runs exactly one.
+struct TickRig
+{
+    explicit TickRig(float oignons)
+    {
+        army.set_buffers(&left, &right);
+        army.set_sample_freq(100.0f);
+        army.set_oignons(oignons);
+    }
+    // Runs one tick; the index of the recording it started, or -1.
+    int tick()
+    {
+        army.render(1);
+        const zarquette::SampleVoice& v = army.use_player().use_voice(0);
+        const int index = v.is_busy() ? index_of(army, v.use_recording()) : -1;
+        pan = 1.0f - 2.0f * v.get_left_gain();
+        army.reset();
+        return index;
+    }
+    CatArmy army{SampleSet::get_cats()};
+    float left = 0.0f, right = 0.0f;
+    float pan = 0.0f;  // of the last start
+};
+
+TEST(CatArmy, TheSetFollowsTheDayOfTheMonth)
+{
+    {
+        const sys::ClockPin pin(0.0, day(8));
+        const CatArmy voices;
+        EXPECT_EQ(voices.get_nbr_groups(), 2);
+        EXPECT_EQ(voices.use_player().get_nbr_recordings(), 159);
+        EXPECT_EQ(voices.use_group(0).first, 0);
+        EXPECT_EQ(voices.use_group(0).count, 58);
+        EXPECT_EQ(voices.use_group(1).first, 58);
+        EXPECT_EQ(voices.use_group(1).count, 101);
+    }
+    {
+        const sys::ClockPin pin(0.0, day(9));
+        const CatArmy cats;
+        EXPECT_EQ(cats.get_nbr_groups(), 3);
+        EXPECT_EQ(cats.use_player().get_nbr_recordings(), 93);
+        EXPECT_EQ(cats.use_group(1).first, 51);
+        EXPECT_EQ(cats.use_group(1).count, 30);
+        EXPECT_EQ(cats.use_group(2).first, 81);
+        EXPECT_EQ(cats.use_group(2).count, 12);
+        // Every recording is loaded, in table order.
+        EXPECT_EQ(cats.use_player().use_recording(92).get_sample_freq(), 48000.0f);  // "Siamese"
+    }
+    for (int d = 1; d <= 31; ++d)
+    {
+        const bool voice_day = d == 1 || d == 8 || d == 15 || d == 22 || d == 29;
+        EXPECT_EQ(CatArmy::get_sample_set(d).size, voice_day ? 159 : 93) << d;
+    }
+}
+
+TEST(CatArmy, AMissingRecordingAbortsConstruction)
+{
+    const SampleSetEntry entries[] = {{"meow", 0}, {"no such cat", 1}, {"cathiss", 2}};
+    try
+    {
+        const CatArmy army(SampleSet{entries, 3});
+        FAIL() << "constructed";
+    }
+    catch (const std::runtime_error& e)
+    {
+        EXPECT_EQ(std::string(e.what()), "zarquette::CatArmy::CatArmy(): cannot load source sample.");
+    }
+}
+
+TEST(CatArmy, StartsAtItsDefaultsAndFollowsOignons)
+{
+    CatArmy army(SampleSet::get_cats());
+    EXPECT_EQ(army.get_sample_freq(), 44100.0f);
+    EXPECT_EQ(army.get_tick_len(), 441);
+    EXPECT_EQ(army.get_tick_pos(), 0);
+    EXPECT_EQ(army.get_trigger_odds(), 1000);
+    EXPECT_FLOAT_EQ(army.get_group_centre(), 0.001f);
+    EXPECT_FLOAT_EQ(army.get_group_spread(), 1.0f);
+    EXPECT_FLOAT_EQ(army.get_pan_spread(), 1.0f);
+    EXPECT_EQ(army.use_rnd().get_state(), 1);
+
+    struct Case
+    {
+        float o;
+        int odds;
+        float centre, group_spread, pan_spread;
+    };
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const Case cases[] = {{0.0f, 1000, 0.001f, 1.0f, 1.0f},   {0.4f, 158, 0.001f, 0.7f, 0.6f},
+                          {0.5f, 100, 0.125f, 0.625f, 0.5f}, {0.75f, 32, 0.4375f, 0.4375f, 0.25f},
+                          {1.0f, 10, 0.75f, 0.25f, 0.0f},    {nan, 1000, 0.001f, 1.0f, 1.0f},
+                          {-2.0f, 1000, 0.001f, 1.0f, 1.0f}, {3.0f, 10, 0.75f, 0.25f, 0.0f}};
+    for (const Case& c : cases)
+    {
+        army.set_oignons(c.o);
+        EXPECT_EQ(army.get_trigger_odds(), c.odds) << c.o;
+        EXPECT_FLOAT_EQ(army.get_group_centre(), c.centre) << c.o;
+        EXPECT_FLOAT_EQ(army.get_group_spread(), c.group_spread) << c.o;
+        EXPECT_FLOAT_EQ(army.get_pan_spread(), c.pan_spread) << c.o;
+    }
+}
+
+TEST(CatArmy, TheSampleRateSetsTheTickLength)
+{
+    CatArmy army(SampleSet::get_cats());
+    const float rates[] = {48000.0f, 22050.0f, 96000.0f, 10.0f};
+    const int ticks[] = {480, 221, 960, 1};
+    for (int i = 0; i < 4; ++i)
+    {
+        army.set_sample_freq(rates[i]);
+        EXPECT_EQ(army.get_tick_len(), ticks[i]);
+        EXPECT_EQ(army.use_player().get_sample_freq(), rates[i]);
+    }
+    army.set_sample_freq(0.0f);
+    army.set_sample_freq(std::numeric_limits<float>::quiet_NaN());
+    EXPECT_EQ(army.get_sample_freq(), 10.0f);
+}
+
+TEST(CatArmy, TicksEvery441FramesAcrossRenderCalls)
+{
+    CatArmy army(SampleSet::get_cats());
+    std::vector<float> left(256, 1.0f), right(256, 1.0f);
+    army.set_buffers(left.data(), right.data());
+    army.set_sample_freq(44100.0f);
+    army.reset();
+
+    // The first tick draws 16807 % 1000 = 807: nothing starts.
+    army.render(256);
+    EXPECT_EQ(army.use_rnd().get_state(), 16807);
+    EXPECT_EQ(army.get_tick_pos(), 256);
+    EXPECT_EQ(left, std::vector<float>(256, 0.0f));
+    EXPECT_EQ(right, std::vector<float>(256, 0.0f));
+    // The second tick falls at frame 441, inside the second call.
+    army.render(256);
+    EXPECT_EQ(army.use_rnd().get_state(), 282475249);
+    EXPECT_EQ(army.get_tick_pos(), 71);
+    army.render(256);
+    EXPECT_EQ(army.use_rnd().get_state(), 282475249);
+    EXPECT_EQ(army.get_tick_pos(), 327);
+    army.render(256);
+    EXPECT_EQ(army.use_rnd().get_state(), 1622650073);
+    EXPECT_EQ(army.get_tick_pos(), 142);
+    // A reset starts the tick again without touching the generator.
+    army.reset();
+    EXPECT_EQ(army.get_tick_pos(), 0);
+    army.render(1);
+    EXPECT_NE(army.use_rnd().get_state(), 1622650073);
+}
+
+TEST(CatArmy, DrawsTriggerGroupRecordingAndPanInThatOrder)
+{
+    for (const float o : {1.0f, 0.6f})
+    {
+        TickRig rig(o);
+        RndGen ref;
+        int starts = 0;
+        for (int t = 0; t < 10000; ++t)
+        {
+            const int index = rig.tick();
+            ASSERT_EQ(index != -1, ref.gen_int(rig.army.get_trigger_odds()) == 0);
+            if (index == -1)
+            {
+                continue;
+            }
+            const float r = ref.gen_shaped(rig.army.get_group_centre(), rig.army.get_group_spread());
+            const int group = std::min(static_cast<int>(std::floor(3.0f * r)), 2);
+            const CatArmy::Group& g = rig.army.use_group(group);
+            EXPECT_EQ(index, g.first + ref.gen_int(g.count));
+            const float p = ref.gen_shaped(0.5f, rig.army.get_pan_spread());
+            EXPECT_NEAR(rig.pan, 2.0f * p - 1.0f, 1e-6f);
+            EXPECT_EQ(rig.army.use_rnd().get_state(), ref.get_state());
+            ++starts;
+        }
+        EXPECT_GT(starts, 100) << o;
+    }
+}
+
+TEST(CatArmy, GroupSharesAndPanSpreadFollowOignons)
+{
+    struct Case
+    {
+        float o;
+        double shares[3];
+        double near_centre;  // share of pans within 0.25 of the centre
+    };
+    const Case cases[] = {{0.0f, {0.71, 0.17, 0.12}, 0.63},
+                          {0.5f, {0.60, 0.26, 0.14}, -1.0},
+                          {0.75f, {0.28, 0.49, 0.23}, -1.0},
+                          {1.0f, {0.24, 0.39, 0.36}, 0.25}};
+    const int wanted = 3000;
+    for (const Case& c : cases)
+    {
+        TickRig rig(c.o);
+        int counts[3] = {0, 0, 0};
+        int near = 0;
+        for (int n = 0; n < wanted;)
+        {
+            const int index = rig.tick();
+            if (index >= 0)
+            {
+                ++counts[group_of(rig.army, index)];
+                near += std::fabs(rig.pan) <= 0.25f;
+                ++n;
+            }
+        }
+        for (int g = 0; g < 3; ++g)
+        {
+            EXPECT_NEAR(counts[g] / double(wanted), c.shares[g], 0.03) << "o " << c.o << " group " << g;
+        }
+        if (c.near_centre >= 0.0)
+        {
+            EXPECT_NEAR(near / double(wanted), c.near_centre, 0.03) << "o " << c.o;
+        }
+    }
+}
+
+TEST(CatArmy, AStartedRecordingIsHeardAtItsPan)
+{
+    CatArmy army(SampleSet::get_cats());
+    std::vector<float> left(256), right(256);
+    army.set_buffers(left.data(), right.data());
+    army.set_oignons(1.0f);
+    army.reset();
+    const zarquette::SampleVoice& v = army.use_player().use_voice(0);
+    int blocks = 0;
+    while (!v.is_busy() && blocks < 10000)
+    {
+        army.render(256);
+        ++blocks;
+    }
+    ASSERT_TRUE(v.is_busy());
+    // Past the recording's quiet start, with no other start meanwhile.
+    army.set_oignons(0.0f);
+    double sum_l = 0.0, sum_r = 0.0;
+    for (int b = 0; b < 20; ++b)
+    {
+        army.render(256);
+        for (int i = 0; i < 256; ++i)
+        {
+            sum_l += std::fabs(left[static_cast<std::size_t>(i)]);
+            sum_r += std::fabs(right[static_cast<std::size_t>(i)]);
+        }
+    }
+    ASSERT_FALSE(army.use_player().use_voice(1).is_busy());
+    EXPECT_GT(sum_l + sum_r, 1.0);
+    EXPECT_NEAR(sum_l * v.get_right_gain(), sum_r * v.get_left_gain(), 1e-4 * (sum_l + sum_r));
+    army.reset();
+    EXPECT_FALSE(v.is_busy());
+}
+
+}  // namespace
