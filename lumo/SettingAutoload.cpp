@@ -1,0 +1,41 @@
+#include "lumo/SettingAutoload.h"
+
+#include "basic/SettingMgrInterface.h"
+#include "sys/PersistentKeyList.h"
+
+#include <stdexcept>
+
+namespace lumo
+{
+
+SettingAutoload::SettingAutoload(const std::string& base_path) : _base_path(base_path)
+{
+}
+
+int SettingAutoload::autoload(basic::SettingMgrInterface& mgr) const
+{
+    std::string enabled;
+    if (read_value("LatestConfigAutoload", enabled) != 0 || enabled.empty() || enabled[0] == '0')
+    {
+        return 0;
+    }
+    std::string path;
+    return read_value("LatestConfigFile", path) == 0 ? mgr.load(path) : 0;
+}
+
+int SettingAutoload::read_value(const char* name, std::string& value) const
+{
+    try
+    {
+        // Opened, never created: reading a choice must not leave keys behind.
+        const sys::PersistentKeyList key(_base_path + "/Autoload/", false);
+        return key.get_string(name, value);
+    }
+    catch (const std::runtime_error&)
+    {
+        value.clear();
+        return -1;
+    }
+}
+
+}  // namespace lumo

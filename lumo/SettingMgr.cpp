@@ -1,0 +1,41 @@
+#include "lumo/SettingMgr.h"
+
+#include "basic/ConfKeyData.h"
+#include "basic/ConfKeyMulti.h"
+#include "lumo/DspInterface.h"
+#include "lumo/SettingKeys.h"
+
+#include <cstdio>
+
+namespace lumo
+{
+
+int SettingMgr::setup(DspInterface& dsp)
+{
+    const std::string name = dsp.get_setting_str(setting_key::plugin_name);
+    _section_name = basic::ConfKeyInterface::make_valid_name(name) + "_config_section";
+    char version[64];
+    std::snprintf(version, sizeof(version), "%.2f", dsp.get_setting_num(setting_key::plugin_version));
+    _version = version;
+    _autoload = std::make_unique<SettingAutoload>(dsp.get_setting_str(setting_key::manufacturer) + "/" + name);
+    return 0;
+}
+
+void SettingMgr::before_load(const basic::ConfKeyMulti& root, const std::string& /*path*/, int& status)
+{
+    if (status == 0 && root.get_name() != _section_name)
+    {
+        status = err_foreign_file;
+    }
+}
+
+void SettingMgr::before_save(basic::ConfKeyMulti& root, const std::string& /*path*/, int& status)
+{
+    if (status == 0)
+    {
+        root.set_name(_section_name);
+        root.add_key(basic::ConfKeyData("version", _version));
+    }
+}
+
+}  // namespace lumo

@@ -1,0 +1,127 @@
+#include "lumo/ParamReorder.h"
+
+#include "basic/ConfKeyContentMulti.h"
+#include "basic/ConfKeyContentString.h"
+#include "basic/ConfKeyData.h"
+#include "basic/ConfKeyFactory.h"
+#include "basic/ConfKeyMulti.h"
+#include "tests/lumo/SettingDspMixinStub.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+namespace
+{
+
+using lumo::ParamReorder;
+
+class ParamReorderTest : public ::testing::Test
+{
+protected:
+    void SetUp() override { reorder.setup(dsp); }
+
+    // Loads a configuration text whose top section holds the given members.
+    int load(const std::string& members)
+    {
+        basic::ConfKeyFactory factory;
+        const auto key = factory.create_key("root = { version = 1 " + members + " }");
+        EXPECT_EQ(factory.get_last_error(), 0) << members;
+        return reorder.load_settings(dynamic_cast<const basic::ConfKeyMulti&>(*key));
+    }
+
+    std::vector<int> host_order() const
+    {
+        std::vector<int> order;
+        for (int h = 0; h < 6; ++h)
+        {
+            order.push_back(reorder.get_internal_index(h));
+            EXPECT_EQ(reorder.get_host_index(order.back()), h);
+        }
+        return order;
+    }
+
+    zq_test::SettingDspStub dsp;
+    ParamReorder reorder;
+};
+
+TEST_F(ParamReorderTest, WithoutAMapTheOrderIsTheIdentity)
+{
+    EXPECT_EQ(load("other = { 5 4 3 }"), 0);
+    EXPECT_EQ(host_order(), (std::vector<int>{0, 1, 2, 3, 4, 5}));
+    EXPECT_EQ(load("parameter_reorder_map = 5_Tempo"), 0);  // not a list
+    EXPECT_EQ(host_order(), (std::vector<int>{0, 1, 2, 3, 4, 5}));
+}
+
+TEST_F(ParamReorderTest, IndexesOutsideTheParametersMapToThemselves)
+{
+    load("parameter_reorder_map = { 5 4 3 2 1 0 }");
+    for (const int i : {-1, 6, 1000})
+    {
+        EXPECT_EQ(reorder.get_host_index(i), i);
+        EXPECT_EQ(reorder.get_internal_index(i), i);
+    }
+}
+
+TEST_F(ParamReorderTest, AFullMapIsTakenAsItStands)
+{
+    load("parameter_reorder_map = { 5_Vin_Rouge 4 \" 3\" +2_x 1 0 9 9 }");
+    EXPECT_EQ(host_order(), (std::vector<int>{5, 4, 3, 2, 1, 0}));
+}
+
+TEST_F(ParamReorderTest, GapsAreFilledFirstByTheirOwnIndexThenInOrder)
+{
+    load("parameter_reorder_map = { 5_x 0_y }");
+    EXPECT_EQ(host_order(), (std::vector<int>{5, 0, 2, 3, 4, 1}));
+}
+
+TEST_F(ParamReorderTest, RepeatedBadAndOutOfRangeElementsAreSkipped)
+{
+    load("parameter_reorder_map = { 3_a 3_b }");
+    EXPECT_EQ(host_order(), (std::vector<int>{3, 1, 2, 0, 4, 5}));
+    load("parameter_reorder_map = { x_Tempo 9_Tempo -1 { 2 } 99999999999999999999 1 }");
+    EXPECT_EQ(host_order(), (std::vector<int>{0, 5, 2, 3, 4, 1}));
+}
+
+TEST_F(ParamReorderTest, AnotherLoadStartsFromScratch)
+{
+    load("parameter_reorder_map = { 5 4 3 2 1 0 }");
+    load("parameter_reorder_map = { 1 }");
+    EXPECT_EQ(host_order(), (std::vector<int>{1, 0, 2, 3, 4, 5}));
+}
+
+TEST_F(ParamReorderTest, SavesOneNamedElementPerHostIndex)
+{
+    basic::ConfKeyMulti root("root");
+    EXPECT_EQ(reorder.save_settings(root), 0);
+    std::string text;
+    int level = 0;
+    root.use_key(0).do_write_to_string(text, level);
+    EXPECT_EQ(text, "parameter_reorder_map = { 0_Tempo 1_Bof 2_Gauloises 3_Nuclear_Power 4_Oignons 5_Vin_Rouge }");
+
+    load("parameter_reorder_map = { 2 0 1 }");
+    basic::ConfKeyMulti again("root");
+    reorder.save_settings(again);
+    ParamReorder copy;
+    copy.setup(dsp);
+    copy.load_settings(again);
+    for (int h = 0; h < 6; ++h)
+    {
+        EXPECT_EQ(copy.get_internal_index(h), reorder.get_internal_index(h));
+    }
+    EXPECT_EQ(copy.get_internal_index(0), 2);
+}
+
+TEST_F(ParamReorderTest, LongNamesAreCutToTheElementsCapacity)
+{
+    dsp.params[4] = std::make_unique<zq_test::NamedParam>(std::string(400, 'n'));
+    basic::ConfKeyMulti root("root");
+    reorder.save_settings(root);
+    const auto& key = dynamic_cast<const basic::ConfKeyData&>(root.use_key(0));
+    const auto& list = dynamic_cast<const basic::ConfKeyContentMulti&>(key.use_content());
+    const auto& element = dynamic_cast<const basic::ConfKeyContentString&>(list.use_elt(4));
+    EXPECT_EQ(element.get_string(), "4_" + std::string(253, 'n'));
+}
+
+}  // namespace

@@ -1,0 +1,104 @@
+#include "lumo/SettingAutoload.h"
+
+#include "basic/ConfKeyMulti.h"
+#include "basic/SettingClientInterface.h"
+#include "lumo/SettingMgr.h"
+#include "sys/PersistentKeyList.h"
+#include "tests/basic/ScratchDir.h"
+#include "tests/lumo/SettingDspMixinStub.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+class CountingClient : public basic::SettingClientInterface
+{
+public:
+    int save_settings(basic::ConfKeyMulti& /*root*/) override { return 0; }
+    int load_settings(const basic::ConfKeyMulti& /*root*/) override
+    {
+        ++loads;
+        return 0;
+    }
+    int loads = 0;
+};
+
+// Each test has a product key of its own in the user's store (on Windows the
+// real registry), so the values of one test never meet another's.
+class SettingAutoloadTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        dsp.texts["manufacturer"] = "Velnor Tests";
+        dsp.texts["plugin_name"] = "Autoload " + zq_test::ScratchDir::make_unique_suffix();
+        mgr.setup(dsp);
+        mgr.add_client(client);
+        config = dir.write_file("latest.cfg", mgr.get_section_name() + " = { version = 1.12 }");
+    }
+
+    void set_value(const char* name, const std::string& value)
+    {
+        sys::PersistentKeyList key(mgr.use_autoload()->get_base_path() + "/Autoload", true);
+        ASSERT_EQ(key.set_string(name, value), 0);
+    }
+
+    int autoload() { return mgr.use_autoload()->autoload(mgr); }
+
+    zq_test::SettingDspStub dsp;
+    lumo::SettingMgr mgr;
+    CountingClient client;
+    zq_test::ScratchDir dir;
+    std::string config;
+};
+
+TEST_F(SettingAutoloadTest, TheLatestFileIsLoadedWhenTheUserAllowsIt)
+{
+    set_value("LatestConfigFile", config);
+    for (const char* enabled : {"1", "yes", "false", " 0"})
+    {
+        set_value("LatestConfigAutoload", enabled);
+        client.loads = 0;
+        EXPECT_EQ(autoload(), 0) << enabled;
+        EXPECT_EQ(client.loads, 1) << enabled;
+    }
+}
+
+TEST_F(SettingAutoloadTest, AutoloadIsOffWhenTheChoiceIsMissingEmptyOrStartsWithZero)
+{
+    EXPECT_EQ(autoload(), 0);  // no key at all
+    set_value("LatestConfigFile", config);
+    EXPECT_EQ(autoload(), 0);  // the key, but no choice
+    for (const char* disabled : {"0", "0x", "", "00"})
+    {
+        set_value("LatestConfigAutoload", disabled);
+        EXPECT_EQ(autoload(), 0) << disabled;
+    }
+    EXPECT_EQ(client.loads, 0);
+}
+
+TEST_F(SettingAutoloadTest, WithoutAFileNothingIsLoaded)
+{
+    set_value("LatestConfigAutoload", "1");
+    EXPECT_EQ(autoload(), 0);
+    EXPECT_EQ(client.loads, 0);
+}
+
+TEST_F(SettingAutoloadTest, TheLoadersAnswerComesBack)
+{
+    set_value("LatestConfigAutoload", "1");
+    set_value("LatestConfigFile", dir.get_path("gone.cfg"));
+    EXPECT_EQ(autoload(), basic::SettingMgrInterface::err_cannot_open);
+    set_value("LatestConfigFile", dir.write_file("foreign.cfg", "Other_config_section = { a = 1 }"));
+    EXPECT_EQ(autoload(), lumo::SettingMgr::err_foreign_file);
+    EXPECT_EQ(client.loads, 0);
+}
+
+TEST_F(SettingAutoloadTest, ReadingTheChoicesCreatesNoKeys)
+{
+    autoload();
+    EXPECT_THROW(sys::PersistentKeyList(mgr.use_autoload()->get_base_path(), false), std::runtime_error);
+}
+
+}  // namespace
