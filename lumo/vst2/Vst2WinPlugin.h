@@ -1,0 +1,55 @@
+#pragma once
+
+#include "lumo/vst2/BkgContainer.h"
+#include "lumo/vst2/BkgInterface.h"
+#include "lumo/vst2/BkgThreadHandlerInterface.h"
+#include "lumo/vst2/Vst2Plugin.h"
+
+#include <atomic>
+#include <memory>
+
+namespace lumo
+{
+
+// The adapter as it runs in a host: adds the background thread that closes the
+// host's edit gestures (or, in Ableton Live, closes them from the host's idle
+// call) and runs the audio side's background task.
+class Vst2WinPlugin : public Vst2Plugin
+{
+public:
+    // Closes the gestures of the adapter it is bound to.
+    class BkgGesture : public BkgInterface
+    {
+    public:
+        explicit BkgGesture(Vst2Plugin& adapter) : _adapter(adapter) {}
+        void process() override { _adapter.close_free_gestures(); }
+        void* get_context() const override { return _context; }
+        void set_context(void* context) override { _context = context; }
+
+    private:
+        Vst2Plugin& _adapter;
+        void* _context = nullptr;
+    };
+
+    Vst2WinPlugin(vst2::HostCallback host, DspInterface* dsp, GuiInterface* gui,
+                  MidiReceiverInterface* midi_receiver, const BankManager& bank, std::int32_t unique_id);
+    ~Vst2WinPlugin() override;
+
+    int on_idle() override;
+    int start_bkg_task() override;
+    void stop_bkg_task() override;
+
+    bool is_using_bkg_thread() const { return _use_bkg_thread; }
+    const BkgContainer& use_bkg_container() const { return _container; }
+
+private:
+    bool is_ableton_live();
+
+    BkgContainer _container;
+    BkgGesture _gesture;
+    std::unique_ptr<BkgThreadHandlerInterface> _thread;
+    std::atomic<bool> _bkg_task_running{false};
+    bool _use_bkg_thread = true;
+};
+
+}  // namespace lumo

@@ -1,0 +1,100 @@
+#include "FakeHost.h"
+
+#include "lumo/vst2/Vst2Entry.h"
+#include "zarquette/plugin/ZarquetteRecipe.h"
+
+#include <cstring>
+
+namespace
+{
+
+std::atomic<FakeHost*> current{nullptr};
+
+void copy_out(void* ptr, const std::string& text)
+{
+    std::strncpy(static_cast<char*>(ptr), text.c_str(), 63);
+    static_cast<char*>(ptr)[63] = '\0';
+}
+
+}  // namespace
+
+FakeHost::FakeHost()
+{
+    time_info.tempo = 120.0;
+    time_info.sample_rate = 44100.0;
+    time_info.flags = lumo::vst2::time_info_flags::tempo_valid;
+    current.store(this);
+}
+
+FakeHost::~FakeHost()
+{
+    current.store(nullptr);
+}
+
+std::intptr_t LUMO_VST2_CALL FakeHost::callback(lumo::vst2::AEffect* /*effect*/, std::int32_t opcode,
+                                                std::int32_t index, std::intptr_t value, void* ptr, float opt)
+{
+    FakeHost* host = current.load();
+    return host != nullptr ? host->answer(opcode, index, value, ptr, opt) : 0;
+}
+
+lumo::vst2::AEffect* FakeHost::open_plugin()
+{
+    return lumo::vst2_entry(&FakeHost::callback, zarquette::get_vst2_recipe());
+}
+
+std::intptr_t FakeHost::dispatch(lumo::vst2::AEffect* e, lumo::vst2::PluginOp op, std::int32_t index,
+                                 std::intptr_t value, void* ptr, float opt)
+{
+    return e->dispatcher(e, static_cast<std::int32_t>(op), index, value, ptr, opt);
+}
+
+void FakeHost::close_plugin(lumo::vst2::AEffect* e)
+{
+    dispatch(e, lumo::vst2::PluginOp::close);
+}
+
+std::intptr_t FakeHost::answer(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr,
+                               float opt)
+{
+    using lumo::vst2::HostOp;
+    if (opcode >= 0 && opcode < static_cast<std::int32_t>(_counts.size()))
+    {
+        _counts[static_cast<std::size_t>(opcode)].fetch_add(1);
+    }
+    switch (static_cast<HostOp>(opcode))
+    {
+    case HostOp::version:
+        return version;
+    case HostOp::automate:
+        last_automated_index.store(index);
+        last_automated_value.store(opt);
+        return 0;
+    case HostOp::get_time:
+        last_time_mask.store(static_cast<std::int32_t>(value));
+        return has_time_info ? reinterpret_cast<std::intptr_t>(&time_info) : 0;
+    case HostOp::pin_connected:
+        // 0 means connected; pin 1 is the second channel of each direction.
+        return index == 1 && !(value == 0 ? second_input_connected : second_output_connected) ? 1 : 0;
+    case HostOp::get_num_automatable_parameters:
+        return automatable_params;
+    case HostOp::get_vendor_string:
+        copy_out(ptr, vendor);
+        return 1;
+    case HostOp::get_product_string:
+        copy_out(ptr, product);
+        return 1;
+    case HostOp::get_directory:
+        return directory.empty() ? 0 : reinterpret_cast<std::intptr_t>(directory.c_str());
+    case HostOp::can_do:
+        return can_size_window && std::strcmp(static_cast<const char*>(ptr), "sizeWindow") == 0 ? 1 : 0;
+    case HostOp::begin_edit:
+        last_begin_edit.store(index);
+        return 1;
+    case HostOp::end_edit:
+        last_end_edit.store(index);
+        return 1;
+    default:
+        return 0;
+    }
+}

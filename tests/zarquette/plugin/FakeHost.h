@@ -1,0 +1,51 @@
+#pragma once
+
+#include "lumo/vst2/Vst2Abi.h"
+
+#include <array>
+#include <atomic>
+#include <string>
+
+// A scriptable VST 2 host for the plug-in's tests: answers the plug-in's
+// requests from its fields and counts them. One host is current at a time.
+class FakeHost
+{
+public:
+    FakeHost();
+    ~FakeHost();
+
+    static std::intptr_t LUMO_VST2_CALL callback(lumo::vst2::AEffect* effect, std::int32_t opcode, std::int32_t index,
+                                                 std::intptr_t value, void* ptr, float opt);
+
+    int count(lumo::vst2::HostOp op) const { return _counts[static_cast<std::size_t>(op)].load(); }
+
+    // Loads the plug-in through its entry point.
+    lumo::vst2::AEffect* open_plugin();
+    static std::intptr_t dispatch(lumo::vst2::AEffect* e, lumo::vst2::PluginOp op, std::int32_t index = 0,
+                                  std::intptr_t value = 0, void* ptr = nullptr, float opt = 0.0f);
+    static void close_plugin(lumo::vst2::AEffect* e);
+
+    // What the host answers.
+    std::intptr_t version = 2400;
+    bool has_time_info = true;
+    lumo::vst2::TimeInfo time_info{};
+    bool second_input_connected = true;
+    bool second_output_connected = true;
+    std::intptr_t automatable_params = 0;
+    std::string vendor = "Test Vendor";
+    std::string product = "Test Host";
+    std::string directory;
+    bool can_size_window = false;
+
+    // What the plug-in sent last.
+    std::atomic<int> last_automated_index{-1};
+    std::atomic<float> last_automated_value{-1.0f};
+    std::atomic<int> last_begin_edit{-1};
+    std::atomic<int> last_end_edit{-1};
+    std::atomic<std::int32_t> last_time_mask{-1};
+
+private:
+    std::intptr_t answer(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr, float opt);
+
+    std::array<std::atomic<int>, 64> _counts{};
+};

@@ -1,0 +1,346 @@
+#include "PluginFixture.h"
+
+#include "sys/ClockPin.h"
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+namespace
+{
+
+using lumo::vst2::PluginOp;
+
+TEST(ZarquetteEntry, AnOldHostGetsNoPlugin)
+{
+    FakeHost host;
+    host.version = 0;
+    EXPECT_EQ(host.open_plugin(), nullptr);
+}
+
+TEST(ZarquetteEntry, StartsFromTheTemplateProgramNotTheDefaults)
+{
+    // A host without a tempo of its own: the tempo parameter leads.
+    FakeHost host;
+    host.time_info.flags = 0;
+    lumo::vst2::AEffect* effect = host.open_plugin();
+    ASSERT_NE(effect, nullptr);
+    for (int i = 0; i < 6; ++i)
+    {
+        EXPECT_EQ(effect->get_parameter(effect, i), 0.0f) << i;
+    }
+    char text[64] = {};
+    FakeHost::dispatch(effect, PluginOp::get_param_display, 0, 0, text);
+    EXPECT_STREQ(text, "60.000");
+    FakeHost::dispatch(effect, PluginOp::get_program_name, 0, 0, text);
+    EXPECT_STREQ(text, "Default");
+    FakeHost::close_plugin(effect);
+}
+
+TEST(ZarquetteEntry, AHostWithATempoLeadsTheTempoParameter)
+{
+    FakeHost host;
+    host.time_info.tempo = 100.0;
+    lumo::vst2::AEffect* effect = host.open_plugin();
+    ASSERT_NE(effect, nullptr);
+    float in_l[64] = {}, in_r[64] = {}, out_l[64], out_r[64];
+    float* in[2] = {in_l, in_r};
+    float* out[2] = {out_l, out_r};
+    effect->process_replacing(effect, in, out, 64);
+    EXPECT_NEAR(effect->get_parameter(effect, 0), (100.0 - 60.0) / 180.0, 1e-6);
+    FakeHost::close_plugin(effect);
+}
+
+using ZarquettePlugin = PluginFixture;
+
+TEST_F(ZarquettePlugin, RecordDescribesTheEffect)
+{
+    EXPECT_EQ(effect->magic, lumo::vst2::effect_magic);
+    EXPECT_EQ(effect->unique_id, 0x565A7271);
+    EXPECT_EQ(effect->num_programs, 1);
+    EXPECT_EQ(effect->num_params, 6);
+    EXPECT_EQ(effect->num_inputs, 2);
+    EXPECT_EQ(effect->num_outputs, 2);
+    EXPECT_EQ(effect->version, 1);
+    namespace f = lumo::vst2::effect_flags;
+    EXPECT_EQ(effect->flags, f::can_replacing | f::can_mono);
+}
+
+TEST_F(ZarquettePlugin, IdentityTexts)
+{
+    EXPECT_EQ(text_of(PluginOp::get_effect_name), "Zarquette");
+    EXPECT_EQ(text_of(PluginOp::get_vendor_string), "Velnor");
+    EXPECT_EQ(text_of(PluginOp::get_product_string), "Velnor Zarquette 1.12");
+    EXPECT_EQ(dispatch(PluginOp::get_vendor_version), 0x112);
+    EXPECT_EQ(dispatch(PluginOp::get_plug_category), 1);
+    EXPECT_EQ(dispatch(PluginOp::get_vst_version), 2200);
+    EXPECT_EQ(dispatch(PluginOp::identify), lumo::vst2::four_cc('N', 'v', 'E', 'f'));
+}
+
+TEST_F(ZarquettePlugin, CanDoAnswers)
+{
+    auto can_do = [this](const char* text) {
+        std::string t = text;
+        return dispatch(PluginOp::can_do, 0, 0, t.data());
+    };
+    EXPECT_EQ(can_do("receiveVstTimeInfo"), 1);
+    EXPECT_EQ(can_do("sendVstEvents"), -1);
+    EXPECT_EQ(can_do("receiveVstMidiEvent"), -1);
+    EXPECT_EQ(can_do("offline"), 0);
+    EXPECT_EQ(can_do("ReceiveVstTimeInfo"), 0);
+}
+
+TEST_F(ZarquettePlugin, ParameterTextsAndProperties)
+{
+    const char* names[] = {"Tempo", "Bof", "Gauloises", "Nuclear Power", "Oignons", "Vin Rouge"};
+    for (int i = 0; i < 6; ++i)
+    {
+        EXPECT_EQ(text_of(PluginOp::get_param_name, i), names[i]);
+    }
+    EXPECT_EQ(text_of(PluginOp::get_param_label, 0), "BPM");
+    EXPECT_EQ(text_of(PluginOp::get_param_label, 3), "");
+    EXPECT_EQ(text_of(PluginOp::get_param_display, 3), "Oui");
+    EXPECT_EQ(text_of(PluginOp::get_param_name, 6), "");
+    EXPECT_EQ(text_of(PluginOp::get_param_name, -1), "");
+
+    lumo::vst2::ParameterProperties props{};
+    ASSERT_EQ(dispatch(PluginOp::get_parameter_properties, 5, 0, &props), 1);
+    EXPECT_EQ(props.flags, lumo::vst2::parameter_flags::can_ramp);
+    EXPECT_STREQ(props.label, "Vin Rouge");
+    EXPECT_STREQ(props.short_label, "Vin Rou");
+    ASSERT_EQ(dispatch(PluginOp::get_parameter_properties, 3, 0, &props), 1);
+    EXPECT_EQ(props.flags, lumo::vst2::parameter_flags::is_switch);
+    EXPECT_EQ(dispatch(PluginOp::get_parameter_properties, 6, 0, &props), 0);
+}
+
+TEST_F(ZarquettePlugin, PinsAreOneStereoPairEachWay)
+{
+    lumo::vst2::PinProperties pin{};
+    ASSERT_EQ(dispatch(PluginOp::get_input_properties, 1, 0, &pin), 1);
+    EXPECT_STREQ(pin.label, "Right input");
+    EXPECT_EQ(pin.flags, 3);
+    ASSERT_EQ(dispatch(PluginOp::get_output_properties, 0, 0, &pin), 1);
+    EXPECT_STREQ(pin.label, "Left output");
+    EXPECT_EQ(dispatch(PluginOp::get_output_properties, 2, 0, &pin), 0);
+}
+
+TEST_F(ZarquettePlugin, HostValuesAreSanitised)
+{
+    effect->set_parameter(effect, 5, 0.5f);
+    EXPECT_EQ(effect->get_parameter(effect, 5), 0.5f);
+    effect->set_parameter(effect, 5, std::numeric_limits<float>::quiet_NaN());
+    EXPECT_EQ(effect->get_parameter(effect, 5), 0.5f);
+    effect->set_parameter(effect, 5, 7.0f);
+    EXPECT_EQ(effect->get_parameter(effect, 5), 1.0f);
+    effect->set_parameter(effect, 5, -1.0f);
+    EXPECT_EQ(effect->get_parameter(effect, 5), 0.0f);
+    effect->set_parameter(effect, 99, 0.5f);  // ignored
+    EXPECT_EQ(effect->get_parameter(effect, 99), 0.0f);
+}
+
+TEST_F(ZarquettePlugin, StringToParameter)
+{
+    std::string fifty = "50";
+    EXPECT_EQ(dispatch(PluginOp::string_to_parameter, 5, 0, fifty.data()), 1);
+    EXPECT_EQ(effect->get_parameter(effect, 5), 0.5f);
+    EXPECT_EQ(text_of(PluginOp::get_param_display, 5), " 50.00");
+
+    std::string junk = "beaucoup";
+    EXPECT_EQ(dispatch(PluginOp::string_to_parameter, 5, 0, junk.data()), 0);
+    EXPECT_EQ(effect->get_parameter(effect, 5), 0.5f);
+    EXPECT_EQ(dispatch(PluginOp::string_to_parameter, 5, 0, nullptr), 1);
+    EXPECT_EQ(dispatch(PluginOp::string_to_parameter, 6, 0, fifty.data()), 0);
+
+    std::string on = "OUI";
+    EXPECT_EQ(dispatch(PluginOp::string_to_parameter, 3, 0, on.data()), 1);
+    EXPECT_EQ(effect->get_parameter(effect, 3), 1.0f);
+}
+
+TEST_F(ZarquettePlugin, ChunksHaveTheirSizesAndRoundTrip)
+{
+    effect->set_parameter(effect, 1, 0.25f);
+    effect->set_parameter(effect, 4, 0.75f);
+    void* data = nullptr;
+    ASSERT_EQ(dispatch(PluginOp::get_chunk, 1, 0, &data), 100);
+    const std::vector<std::uint8_t> preset(static_cast<std::uint8_t*>(data), static_cast<std::uint8_t*>(data) + 100);
+    ASSERT_EQ(dispatch(PluginOp::get_chunk, 0, 0, &data), 108);
+    const std::vector<std::uint8_t> bank(static_cast<std::uint8_t*>(data), static_cast<std::uint8_t*>(data) + 108);
+
+    effect->set_parameter(effect, 1, 0.9f);
+    effect->set_parameter(effect, 4, 0.1f);
+    std::vector<std::uint8_t> copy = preset;
+    ASSERT_EQ(dispatch(PluginOp::set_chunk, 1, static_cast<std::intptr_t>(copy.size()), copy.data()), 1);
+    EXPECT_EQ(effect->get_parameter(effect, 1), 0.25f);
+    EXPECT_EQ(effect->get_parameter(effect, 4), 0.75f);
+
+    effect->set_parameter(effect, 1, 0.9f);
+    copy = bank;
+    ASSERT_EQ(dispatch(PluginOp::set_chunk, 0, static_cast<std::intptr_t>(copy.size()), copy.data()), 1);
+    EXPECT_EQ(effect->get_parameter(effect, 1), 0.25f);
+}
+
+TEST_F(ZarquettePlugin, RefusedChunksAnswerZeroAndChangeNothing)
+{
+    effect->set_parameter(effect, 2, 0.5f);
+    void* data = nullptr;
+    ASSERT_EQ(dispatch(PluginOp::get_chunk, 0, 0, &data), 108);
+    std::vector<std::uint8_t> bank(static_cast<std::uint8_t*>(data), static_cast<std::uint8_t*>(data) + 108);
+    effect->set_parameter(effect, 2, 0.125f);
+
+    // Truncated: the counts inside promise more than the host gives.
+    EXPECT_EQ(dispatch(PluginOp::set_chunk, 0, 50, bank.data()), 0);
+    // A bank of no programs.
+    std::vector<std::uint8_t> empty = bank;
+    std::memset(empty.data(), 0, 4);
+    EXPECT_EQ(dispatch(PluginOp::set_chunk, 0, 108, empty.data()), 0);
+    EXPECT_EQ(dispatch(PluginOp::set_chunk, 1, 0, bank.data()), 0);
+    EXPECT_EQ(dispatch(PluginOp::set_chunk, 1, 10, nullptr), 0);
+    EXPECT_EQ(effect->get_parameter(effect, 2), 0.125f);
+}
+
+TEST_F(ZarquettePlugin, ProgramSelectionAndNames)
+{
+    std::string name = "Lunch";
+    dispatch(PluginOp::set_program_name, 0, 0, name.data());
+    EXPECT_EQ(text_of(PluginOp::get_program_name), "Lunch");
+    char indexed[64] = {};
+    EXPECT_EQ(dispatch(PluginOp::get_program_name_indexed, 0, 0, indexed), 1);
+    EXPECT_STREQ(indexed, "Lunch");
+    EXPECT_EQ(dispatch(PluginOp::get_program_name_indexed, 1, 0, indexed), 0);
+    dispatch(PluginOp::set_program, 0, 5);  // out of range: nothing
+    EXPECT_EQ(dispatch(PluginOp::get_program), 0);
+    EXPECT_EQ(dispatch(PluginOp::copy_program, 0), 1);
+    EXPECT_EQ(dispatch(PluginOp::copy_program, 1), 0);
+}
+
+TEST_F(ZarquettePlugin, AutomationLimitFollowsTheHostsBudget)
+{
+    host.automatable_params = 1;
+    resume();
+    EXPECT_EQ(dispatch(PluginOp::can_be_automated, 0), 1);
+    EXPECT_EQ(dispatch(PluginOp::can_be_automated, 1), 0);
+    EXPECT_EQ(dispatch(PluginOp::can_be_automated, 6), 1);
+}
+
+// ---- Audio ---------------------------------------------------------------------
+
+bool all_finite_and_normal(const std::vector<float>& v)
+{
+    for (float x : v)
+    {
+        if (!std::isfinite(x) || (x != 0.0f && std::fpclassify(x) == FP_SUBNORMAL))
+        {
+            return false;
+        }
+    }
+    return true;
+}
+
+float peak(const std::vector<float>& v)
+{
+    float p = 0.0f;
+    for (float x : v)
+    {
+        p = std::max(p, std::fabs(x));
+    }
+    return p;
+}
+
+class ZarquetteAudio : public PluginFixture
+{
+protected:
+    void SetUp() override
+    {
+        // 10:00 local time on a cat day.
+        clock.set_local_time(sys::LocalTime{2026, 11, 9, 10, 0, 0});
+        PluginFixture::SetUp();
+        effect->set_parameter(effect, 2, 1.0f);  // Gauloises: full level
+        effect->set_parameter(effect, 4, 1.0f);  // Oignons: many recordings
+        resume();
+    }
+
+    // Renders seconds of noise input in blocks of the given size; returns the peak.
+    float render(double seconds, int block, float rate = 44100.0f)
+    {
+        std::vector<float> l(static_cast<std::size_t>(block)), r(l), ol(l), orr(l);
+        float p = 0.0f;
+        const int blocks = static_cast<int>(seconds * rate / block) + 1;
+        for (int b = 0; b < blocks; ++b)
+        {
+            for (std::size_t i = 0; i < l.size(); ++i)
+            {
+                l[i] = static_cast<float>((i * 7919 + static_cast<std::size_t>(b) * 104729) % 2000) / 1000.0f - 1.0f;
+                r[i] = -l[i];
+            }
+            process(l, r, ol, orr);
+            EXPECT_TRUE(all_finite_and_normal(ol) && all_finite_and_normal(orr));
+            p = std::max({p, peak(ol), peak(orr)});
+            clock.advance(block / static_cast<double>(rate));
+        }
+        return p;
+    }
+
+    sys::ClockPin clock{1000.0};
+};
+
+TEST_F(ZarquetteAudio, ProducesSoundInBlocksOfAnySize)
+{
+    for (int block : {1, 255, 256, 1000, 4096})
+    {
+        EXPECT_GT(render(2.0, block), 0.0f) << block;
+    }
+    std::vector<float> none;
+    process(none, none, none, none);  // zero frames
+}
+
+TEST_F(ZarquetteAudio, LunchBreakIsDigitalSilenceAndSoundReturnsAfter)
+{
+    EXPECT_GT(render(1.0, 512), 0.0f);
+    // Two hours later it is 12:00:01.
+    clock.advance(7201.0 - 1.0);
+    EXPECT_EQ(render(60.0, 512), 0.0f);
+    // 14:00 and after: sound without any reset.
+    clock.advance(7200.0);
+    EXPECT_GT(render(2.0, 512), 0.0f);
+}
+
+TEST_F(ZarquetteAudio, NanInputDoesNotPoisonTheOutput)
+{
+    std::vector<float> l(256, std::numeric_limits<float>::quiet_NaN()), r(l), ol(256), orr(256);
+    for (int b = 0; b < 50; ++b)
+    {
+        process(l, r, ol, orr);
+        ASSERT_TRUE(all_finite_and_normal(ol) && all_finite_and_normal(orr));
+    }
+    EXPECT_GT(render(1.0, 256), 0.0f);
+}
+
+TEST_F(ZarquetteAudio, OnlyTheLeftChannelsConnected)
+{
+    host.second_input_connected = false;
+    host.second_output_connected = false;
+    EXPECT_GT(render(2.0, 300), 0.0f);
+}
+
+TEST_F(ZarquetteAudio, OutputsMayAliasTheInputs)
+{
+    std::vector<float> l(1000, 0.25f), r(1000, -0.25f);
+    float* in[2] = {l.data(), r.data()};
+    for (int b = 0; b < 100; ++b)
+    {
+        effect->process_replacing(effect, in, in, 1000);
+        ASSERT_TRUE(all_finite_and_normal(l) && all_finite_and_normal(r));
+    }
+}
+
+TEST_F(ZarquetteAudio, HostTempoIsFollowed)
+{
+    host.time_info.tempo = 45.0;
+    render(0.1, 256);
+    EXPECT_NEAR(effect->get_parameter(effect, 0), (90.0 - 60.0) / 180.0, 1e-6);
+    host.time_info.tempo = 500.0;
+    render(0.1, 256);
+    EXPECT_NEAR(effect->get_parameter(effect, 0), (125.0 - 60.0) / 180.0, 1e-6);
+}
+
+}  // namespace
