@@ -1,6 +1,7 @@
 #pragma once
 
 #include "FakeHost.h"
+#include "lumo/vst2/Vst2Plugin.h"
 
 #include <gtest/gtest.h>
 
