@@ -23,103 +23,72 @@ void clear_text(char* text)
     }
 }
 
-// The host's entries. Each sets our floating-point modes for the length of the
-// call and stops every exception at the boundary: a host must never see one.
-std::intptr_t LUMO_VST2_CALL dispatcher_entry(vst2::AEffect* e, std::int32_t opcode, std::int32_t index,
-                                              std::intptr_t value, void* ptr, float opt)
+// Runs one call from the host with our floating-point modes, and stops every
+// exception at the boundary: a host must never see one. Without a plug-in
+// object, or when the call fails, the host gets the neutral answer.
+template <class Result, class Call>
+Result guarded(vst2::AEffect* e, sys::FpuModeGuard::Denormals denormals, Result neutral, Call call)
 {
     AudioEffect* self = AudioEffect::from_aeffect(e);
     if (self == nullptr)
     {
-        return 0;
+        return neutral;
     }
-    sys::FpuModeGuard guard(sys::FpuModeGuard::Denormals::keep);
-    std::intptr_t answer = 0;
+    sys::FpuModeGuard guard(denormals);
     try
     {
-        answer = self->dispatch(opcode, index, value, ptr, opt);
+        return call(*self);
     }
     catch (...)
     {
-        answer = 0;
+        return neutral;
     }
-    if (opcode == op(PluginOp::close))
+}
+
+constexpr auto keep = sys::FpuModeGuard::Denormals::keep;
+constexpr auto flush = sys::FpuModeGuard::Denormals::flush;
+
+std::intptr_t LUMO_VST2_CALL dispatcher_entry(vst2::AEffect* e, std::int32_t opcode, std::int32_t index,
+                                              std::intptr_t value, void* ptr, float opt)
+{
+    const std::intptr_t answer = guarded<std::intptr_t>(
+        e, keep, 0, [&](AudioEffect& self) { return self.dispatch(opcode, index, value, ptr, opt); });
+    if (opcode == op(PluginOp::close) && e != nullptr)
     {
         // The host is done with the plug-in: it goes with the close request.
-        e->object = nullptr;
-        delete self;
+        delete AudioEffect::from_aeffect(e);
     }
     return answer;
 }
 
 void LUMO_VST2_CALL process_entry(vst2::AEffect* e, float** inputs, float** outputs, std::int32_t frames)
 {
-    AudioEffect* self = AudioEffect::from_aeffect(e);
-    if (self == nullptr)
-    {
-        return;
-    }
-    sys::FpuModeGuard guard(sys::FpuModeGuard::Denormals::flush);
-    try
-    {
-        self->process(inputs, outputs, frames);
-    }
-    catch (...)
-    {
-    }
+    guarded<bool>(e, flush, false, [&](AudioEffect& self) {
+        self.process(inputs, outputs, frames);
+        return true;
+    });
 }
 
 void LUMO_VST2_CALL process_replacing_entry(vst2::AEffect* e, float** inputs, float** outputs,
                                             std::int32_t frames)
 {
-    AudioEffect* self = AudioEffect::from_aeffect(e);
-    if (self == nullptr)
-    {
-        return;
-    }
-    sys::FpuModeGuard guard(sys::FpuModeGuard::Denormals::flush);
-    try
-    {
-        self->process_replacing(inputs, outputs, frames);
-    }
-    catch (...)
-    {
-    }
+    guarded<bool>(e, flush, false, [&](AudioEffect& self) {
+        self.process_replacing(inputs, outputs, frames);
+        return true;
+    });
 }
 
 void LUMO_VST2_CALL set_parameter_entry(vst2::AEffect* e, std::int32_t index, float value)
 {
-    AudioEffect* self = AudioEffect::from_aeffect(e);
-    if (self == nullptr)
-    {
-        return;
-    }
-    sys::FpuModeGuard guard(sys::FpuModeGuard::Denormals::keep);
-    try
-    {
-        self->set_parameter(index, value);
-    }
-    catch (...)
-    {
-    }
+    guarded<bool>(e, keep, false, [&](AudioEffect& self) {
+        self.set_parameter(index, value);
+        return true;
+    });
 }
 
 float LUMO_VST2_CALL get_parameter_entry(vst2::AEffect* e, std::int32_t index)
 {
-    AudioEffect* self = AudioEffect::from_aeffect(e);
-    if (self == nullptr)
-    {
-        return 0.0f;
-    }
-    sys::FpuModeGuard guard(sys::FpuModeGuard::Denormals::keep);
-    try
-    {
-        return self->get_parameter(index);
-    }
-    catch (...)
-    {
-        return 0.0f;
-    }
+    return guarded<float>(e, keep, 0.0f, [&](AudioEffect& self) { return self.get_parameter(index); });
 }
 
 }  // namespace
