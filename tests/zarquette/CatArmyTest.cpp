@@ -63,30 +63,29 @@ struct TickRig
     float pan = 0.0f;  // of the last start
 };
 
+// The army built on this day: its recordings and groups as {first, count}.
+void expect_set_of_day(int d, int recordings, const std::vector<CatArmy::Group>& groups)
+{
+    const sys::ClockPin pin(0.0, day(d));
+    const CatArmy army;
+    EXPECT_EQ(army.use_player().get_nbr_recordings(), recordings) << d;
+    ASSERT_EQ(army.get_nbr_groups(), static_cast<int>(groups.size())) << d;
+    for (std::size_t g = 0; g < groups.size(); ++g)
+    {
+        EXPECT_EQ(army.use_group(static_cast<int>(g)).first, groups[g].first) << d;
+        EXPECT_EQ(army.use_group(static_cast<int>(g)).count, groups[g].count) << d;
+    }
+    // Every recording is loaded.
+    for (int i = 0; i < recordings; ++i)
+    {
+        EXPECT_GT(army.use_player().use_recording(i).get_nbr_frames(), 0u) << i;
+    }
+}
+
 TEST(CatArmy, TheSetFollowsTheDayOfTheMonth)
 {
-    {
-        const sys::ClockPin pin(0.0, day(8));
-        const CatArmy voices;
-        EXPECT_EQ(voices.get_nbr_groups(), 2);
-        EXPECT_EQ(voices.use_player().get_nbr_recordings(), 159);
-        EXPECT_EQ(voices.use_group(0).first, 0);
-        EXPECT_EQ(voices.use_group(0).count, 58);
-        EXPECT_EQ(voices.use_group(1).first, 58);
-        EXPECT_EQ(voices.use_group(1).count, 101);
-    }
-    {
-        const sys::ClockPin pin(0.0, day(9));
-        const CatArmy cats;
-        EXPECT_EQ(cats.get_nbr_groups(), 3);
-        EXPECT_EQ(cats.use_player().get_nbr_recordings(), 93);
-        EXPECT_EQ(cats.use_group(1).first, 51);
-        EXPECT_EQ(cats.use_group(1).count, 30);
-        EXPECT_EQ(cats.use_group(2).first, 81);
-        EXPECT_EQ(cats.use_group(2).count, 12);
-        // Every recording is loaded, in table order.
-        EXPECT_EQ(cats.use_player().use_recording(92).get_sample_freq(), 48000.0f);  // "Siamese"
-    }
+    expect_set_of_day(8, 159, {{0, 58}, {58, 101}});
+    expect_set_of_day(9, 93, {{0, 51}, {51, 30}, {81, 12}});
     for (int d = 1; d <= 31; ++d)
     {
         const bool voice_day = d == 1 || d == 8 || d == 15 || d == 22 || d == 29;

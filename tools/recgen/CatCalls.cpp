@@ -38,6 +38,20 @@ void CatCalls::set_mouth(Gesture::Pose& p, Mouth m, double scale) const
     }
 }
 
+Gesture CatCalls::contour(Gesture g, std::initializer_list<Key> keys, const Call& call) const
+{
+    for (const Key& k : keys)
+    {
+        g.add(k.at * call.dur, [&](Gesture::Pose& p) {
+            p.voice = k.voice;
+            p.breath = k.voice > 0.0 ? call.breath : 0.0;
+            p.f0 = k.pitch * call.f0;
+            set_mouth(p, k.mouth, call.scale);
+        });
+    }
+    return g;
+}
+
 Gesture CatCalls::meow(double dur, double f0)
 {
     Gesture g;
@@ -45,17 +59,17 @@ Gesture CatCalls::meow(double dur, double f0)
     g.vibrato_depth = _rng.range(0.1, 0.35);
     g.jitter = 0.006;
     g.brightness = _rng.range(2500.0, 4000.0);
-    const double scale = _rng.range(0.92, 1.08);
+    const Call call{dur, f0, _rng.range(0.92, 1.08), _rng.range(0.03, 0.08)};
     const double peak = _rng.range(0.25, 0.45);
-    const double breath = _rng.range(0.03, 0.08);
-    g.add(0.0, [&](Gesture::Pose& p) { p.f0 = 0.7 * f0; set_mouth(p, Mouth::closed, scale); });
-    g.add(0.07 * dur, [&](Gesture::Pose& p) { p.voice = 0.6; p.breath = 2.0 * breath; p.f0 = 0.8 * f0; });
-    g.add(0.18 * dur, [&](Gesture::Pose& p) { p.voice = 0.9; p.breath = breath; set_mouth(p, Mouth::narrow, scale); });
-    g.add(peak * dur, [&](Gesture::Pose& p) { p.voice = 1.0; p.f0 = f0; set_mouth(p, Mouth::wide, scale); });
-    g.add(0.7 * dur, [&](Gesture::Pose& p) { p.voice = 0.85; p.f0 = 0.9 * f0; set_mouth(p, Mouth::round, scale); });
-    g.add(0.9 * dur, [&](Gesture::Pose& p) { p.voice = 0.4; p.f0 = 0.76 * f0; set_mouth(p, Mouth::shut, scale); });
-    g.add(dur, [&](Gesture::Pose& p) { p.voice = 0.0; p.breath = 0.0; p.f0 = 0.62 * f0; });
-    return g;
+    return contour(g,
+                   {{0.0, 0.0, 0.7, Mouth::closed},
+                    {0.07, 0.6, 0.8, Mouth::closed},
+                    {0.18, 0.9, 0.88, Mouth::narrow},
+                    {peak, 1.0, 1.0, Mouth::wide},
+                    {0.7, 0.85, 0.9, Mouth::round},
+                    {0.9, 0.4, 0.76, Mouth::shut},
+                    {1.0, 0.0, 0.62, Mouth::shut}},
+                   call);
 }
 
 Gesture CatCalls::kitten(double dur, double f0)
@@ -65,19 +79,15 @@ Gesture CatCalls::kitten(double dur, double f0)
     g.vibrato_depth = _rng.range(0.1, 0.3);
     g.jitter = 0.01;
     g.brightness = _rng.range(4500.0, 6500.0);
-    const double scale = _rng.range(1.2, 1.35);
-    const double breath = _rng.range(0.06, 0.12);
+    const Call call{dur, f0, _rng.range(1.2, 1.35), _rng.range(0.06, 0.12)};
     const bool pleading = _rng.chance(0.35);  // some cries rise again at the end
-    g.add(0.0, [&](Gesture::Pose& p) { p.f0 = 0.8 * f0; set_mouth(p, Mouth::narrow, scale); });
-    g.add(0.08 * dur, [&](Gesture::Pose& p) { p.voice = 0.8; p.breath = breath; p.f0 = 0.95 * f0; });
-    g.add(0.3 * dur, [&](Gesture::Pose& p) { p.voice = 1.0; p.f0 = f0; set_mouth(p, Mouth::wide, scale); });
-    g.add(0.75 * dur, [&](Gesture::Pose& p) {
-        p.voice = 0.8;
-        p.f0 = (pleading ? 1.08 : 0.85) * f0;
-        set_mouth(p, Mouth::round, scale);
-    });
-    g.add(dur, [&](Gesture::Pose& p) { p.voice = 0.0; p.breath = 0.0; p.f0 = (pleading ? 1.12 : 0.75) * f0; });
-    return g;
+    return contour(g,
+                   {{0.0, 0.0, 0.8, Mouth::narrow},
+                    {0.08, 0.8, 0.95, Mouth::narrow},
+                    {0.3, 1.0, 1.0, Mouth::wide},
+                    {0.75, 0.8, pleading ? 1.08 : 0.85, Mouth::round},
+                    {1.0, 0.0, pleading ? 1.12 : 0.75, Mouth::round}},
+                   call);
 }
 
 Gesture CatCalls::trill(double dur, double f0)
@@ -87,11 +97,12 @@ Gesture CatCalls::trill(double dur, double f0)
     g.tremolo_depth = 0.85;
     g.jitter = 0.01;
     g.brightness = 2500.0;
-    g.add(0.0, [&](Gesture::Pose& p) { p.f0 = 0.85 * f0; set_mouth(p, Mouth::closed, 1.0); });
-    g.add(0.15 * dur, [&](Gesture::Pose& p) { p.voice = 0.9; p.breath = 0.05; });
-    g.add(0.8 * dur, [&](Gesture::Pose& p) { p.f0 = f0; set_mouth(p, Mouth::round, 1.0); });
-    g.add(dur, [&](Gesture::Pose& p) { p.voice = 0.0; p.breath = 0.0; p.f0 = 1.05 * f0; });
-    return g;
+    return contour(g,
+                   {{0.0, 0.0, 0.85, Mouth::closed},
+                    {0.15, 0.9, 0.88, Mouth::closed},
+                    {0.8, 0.9, 1.0, Mouth::round},
+                    {1.0, 0.0, 1.05, Mouth::round}},
+                   Call{dur, f0, 1.0, 0.05});
 }
 
 Gesture CatCalls::yowl(double dur, double f0)
@@ -105,14 +116,15 @@ Gesture CatCalls::yowl(double dur, double f0)
     g.roughness = _rng.range(0.1, 0.25);
     g.brightness = _rng.range(5000.0, 7000.0);
     g.drive = _rng.range(1.0, 2.0);
-    const double scale = _rng.range(0.95, 1.05);
-    g.add(0.0, [&](Gesture::Pose& p) { p.f0 = 0.7 * f0; set_mouth(p, Mouth::closed, scale); });
-    g.add(0.1 * dur, [&](Gesture::Pose& p) { p.voice = 0.8; p.breath = 0.08; p.f0 = 0.85 * f0; set_mouth(p, Mouth::narrow, scale); });
-    g.add(0.45 * dur, [&](Gesture::Pose& p) { p.voice = 1.0; p.f0 = f0; set_mouth(p, Mouth::wide, scale); });
-    g.add(0.75 * dur, [&](Gesture::Pose& p) { p.voice = 1.0; p.f0 = 0.97 * f0; set_mouth(p, Mouth::wide, scale * 0.95); });
-    g.add(0.92 * dur, [&](Gesture::Pose& p) { p.voice = 0.6; p.f0 = 0.8 * f0; set_mouth(p, Mouth::shut, scale); });
-    g.add(dur, [&](Gesture::Pose& p) { p.voice = 0.0; p.breath = 0.0; p.f0 = 0.72 * f0; });
-    return g;
+    const Call call{dur, f0, _rng.range(0.95, 1.05), 0.08};
+    return contour(g,
+                   {{0.0, 0.0, 0.7, Mouth::closed},
+                    {0.1, 0.8, 0.85, Mouth::narrow},
+                    {0.45, 1.0, 1.0, Mouth::wide},
+                    {0.75, 1.0, 0.97, Mouth::wide},
+                    {0.92, 0.6, 0.8, Mouth::shut},
+                    {1.0, 0.0, 0.72, Mouth::shut}},
+                   call);
 }
 
 Gesture CatCalls::caterwaul(double dur, double f0)

@@ -3,6 +3,8 @@
 #include "Gesture.h"
 #include "Rng.h"
 
+#include <initializer_list>
+
 namespace recgen
 {
 
@@ -31,6 +33,21 @@ private:
     // Shapes of the vocal tract, scaled by the cat's size.
     enum class Mouth { closed, narrow, wide, round, shut, throat, teeth };
     void set_mouth(Gesture::Pose& p, Mouth m, double scale) const;
+
+    // A call's size: length (s), pitch (Hz), vocal tract scale, breathiness.
+    struct Call
+    {
+        double dur, f0, scale, breath;
+    };
+    // One point of a call's contour: where (a fraction of its length), how
+    // loud, at what part of its pitch, with which mouth.
+    struct Key
+    {
+        double at, voice, pitch;
+        Mouth mouth;
+    };
+    // The gesture g with poses along the keys.
+    Gesture contour(Gesture g, std::initializer_list<Key> keys, const Call& call) const;
 
     Rng& _rng;
 };
