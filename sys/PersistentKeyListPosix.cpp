@@ -1,5 +1,7 @@
 #include "sys/PersistentKeyList.h"
 
+#include "sys/PersistentKeyListHandles.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -8,7 +10,6 @@
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
-#include <vector>
 
 // The store is a folder tree below the user's configuration folder
 // ($XDG_CONFIG_HOME, or ~/.config), which plays the part of the registry's
@@ -108,26 +109,16 @@ bool read_all(int fd, char* buffer, std::size_t capacity, std::size_t& length)
     return read_some(fd, &beyond, 1) == 0;
 }
 
+struct CloseHandle
+{
+    void operator()(int fd) const { ::close(fd); }
+};
+
 }  // namespace
 
-struct PersistentKeyList::State
+// The configuration folder first, then one folder per path component.
+struct PersistentKeyList::State : PersistentKeyListHandles<int, CloseHandle>
 {
-    State() = default;
-    State(const State&) = delete;
-    State& operator=(const State&) = delete;
-    ~State()
-    {
-        for (auto it = folders.rbegin(); it != folders.rend(); ++it)
-        {
-            ::close(*it);
-        }
-    }
-
-    int use_last() const { return folders.back(); }
-
-    // Open folder descriptors: first the configuration folder, then one per
-    // path component.
-    std::vector<int> folders;
 };
 
 void PersistentKeyList::StateDeleter::operator()(State* state) const
@@ -138,7 +129,7 @@ void PersistentKeyList::StateDeleter::operator()(State* state) const
 PersistentKeyList::StatePtr PersistentKeyList::open_software_key()
 {
     StatePtr state(new State());
-    state->folders.reserve(1);
+    state->make_room();
     const std::filesystem::path home = get_config_home();
     std::error_code ec;
     // Like the registry's "Software" key, the root is always there for its user.
@@ -151,13 +142,13 @@ PersistentKeyList::StatePtr PersistentKeyList::open_software_key()
     {
         throw_path_error(false);
     }
-    state->folders.push_back(fd);
+    state->add(fd);
     return state;
 }
 
 void PersistentKeyList::open_sub_key(const std::string& name, bool create)
 {
-    _state->folders.reserve(_state->folders.size() + 1);
+    _state->make_room();
     const std::string folder = encode_name(name);
     if (create && ::mkdirat(_state->use_last(), folder.c_str(), 0700) != 0 && errno != EEXIST)
     {
@@ -168,7 +159,7 @@ void PersistentKeyList::open_sub_key(const std::string& name, bool create)
     {
         throw_path_error(create);
     }
-    _state->folders.push_back(fd);
+    _state->add(fd);
 }
 
 bool PersistentKeyList::query_value(const std::string& name, char* buffer, std::size_t capacity,
@@ -207,5 +198,4 @@ bool PersistentKeyList::store_value(const std::string& name, const std::string& 
     ::unlinkat(dir, temp.c_str(), 0);
     return false;
 }
-
 }  // namespace sys

@@ -1,8 +1,8 @@
 #include "sys/PersistentKeyList.h"
 
-#include <windows.h>
+#include "sys/PersistentKeyListHandles.h"
 
-#include <vector>
+#include <windows.h>
 
 namespace sys
 {
@@ -12,25 +12,16 @@ namespace
 
 constexpr REGSAM key_access = KEY_READ | KEY_WRITE;
 
+struct CloseHandle
+{
+    void operator()(HKEY key) const { ::RegCloseKey(key); }
+};
+
 }  // namespace
 
-struct PersistentKeyList::State
+// "Software" first, then one key per path component.
+struct PersistentKeyList::State : PersistentKeyListHandles<HKEY, CloseHandle>
 {
-    State() = default;
-    State(const State&) = delete;
-    State& operator=(const State&) = delete;
-    ~State()
-    {
-        for (auto it = keys.rbegin(); it != keys.rend(); ++it)
-        {
-            ::RegCloseKey(*it);
-        }
-    }
-
-    HKEY use_last() const { return keys.back(); }
-
-    // First "Software", then one key per path component.
-    std::vector<HKEY> keys;
 };
 
 void PersistentKeyList::StateDeleter::operator()(State* state) const
@@ -41,19 +32,19 @@ void PersistentKeyList::StateDeleter::operator()(State* state) const
 PersistentKeyList::StatePtr PersistentKeyList::open_software_key()
 {
     StatePtr state(new State());
+    state->make_room();
     HKEY key = nullptr;
     if (::RegOpenKeyExA(HKEY_CURRENT_USER, "Software", 0, key_access, &key) != ERROR_SUCCESS)
     {
         throw_path_error(false);
     }
-    state->keys.push_back(key);
+    state->add(key);
     return state;
 }
 
 void PersistentKeyList::open_sub_key(const std::string& name, bool create)
 {
-    // Reserved first, so that appending the opened key cannot fail and leak it.
-    _state->keys.reserve(_state->keys.size() + 1);
+    _state->make_room();
     HKEY key = nullptr;
     const LONG result =
         create ? ::RegCreateKeyExA(_state->use_last(), name.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
@@ -63,7 +54,7 @@ void PersistentKeyList::open_sub_key(const std::string& name, bool create)
     {
         throw_path_error(create);
     }
-    _state->keys.push_back(key);
+    _state->add(key);
 }
 
 bool PersistentKeyList::query_value(const std::string& name, char* buffer, std::size_t capacity,
@@ -87,5 +78,4 @@ bool PersistentKeyList::store_value(const std::string& name, const std::string& 
                             reinterpret_cast<const BYTE*>(value.c_str()),
                             static_cast<DWORD>(value.size() + 1)) == ERROR_SUCCESS;
 }
-
 }  // namespace sys

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <stdexcept>
 #include <string>
 
@@ -51,6 +52,16 @@ std::string string_of(const ConfKeyContentInterface& content)
     return dynamic_cast<const ConfKeyContentString&>(content).get_string();
 }
 
+void expect_no_key(std::initializer_list<const char*> texts, int error)
+{
+    for (const char* text : texts)
+    {
+        const ReadResult r = read(text);
+        EXPECT_EQ(r.key, nullptr) << text;
+        EXPECT_EQ(r.error, error) << text;
+    }
+}
+
 TEST(ConfKeyFactory, ReadsALeafAndReportsLeftOverTokens)
 {
     ReadResult r = read("a = b");
@@ -67,22 +78,12 @@ TEST(ConfKeyFactory, ReadsALeafAndReportsLeftOverTokens)
 
 TEST(ConfKeyFactory, TextsWithoutTokensGiveNoKeyAndNoError)
 {
-    for (const char* text : {"", "  \n\t\n", "// only a comment\n   // and another", "\r\n\r\n"})
-    {
-        const ReadResult r = read(text);
-        EXPECT_EQ(r.key, nullptr) << text;
-        EXPECT_EQ(r.error, 0) << text;
-    }
+    expect_no_key({"", "  \n\t\n", "// only a comment\n   // and another", "\r\n\r\n"}, 0);
 }
 
 TEST(ConfKeyFactory, TextsThatDoNotBeginWithAKeyAreRefused)
 {
-    for (const char* text : {"a", "a =", "a b c", "= = x", "a = =", "{ } = x"})
-    {
-        const ReadResult r = read(text);
-        EXPECT_EQ(r.key, nullptr) << text;
-        EXPECT_EQ(r.error, ConfKeyFactory::err_no_key) << text;
-    }
+    expect_no_key({"a", "a =", "a b c", "= = x", "a = =", "{ } = x"}, ConfKeyFactory::err_no_key);
 }
 
 TEST(ConfKeyFactory, BracesDecideBetweenListsAndSections)
@@ -164,12 +165,7 @@ TEST(ConfKeyFactory, SeparatorsIncludeBackspaceAndVerticalTabButNotFormFeed)
 
 TEST(ConfKeyFactory, TokenizingFailuresAllAnswerMinus1020)
 {
-    for (const char* text : {"a = {", "a = }", "a = \"b", "a = \"b\nc\" = d", "a = { } }", "} a = { {"})
-    {
-        const ReadResult r = read(text);
-        EXPECT_EQ(r.key, nullptr) << text;
-        EXPECT_EQ(r.error, ConfKeyFactory::err_tokens) << text;
-    }
+    expect_no_key({"a = {", "a = }", "a = \"b", "a = \"b\nc\" = d", "a = { } }", "} a = { {"}, ConfKeyFactory::err_tokens);
 }
 
 TEST(ConfKeyFactory, NestingBeyondTheLimitIsRefused)
