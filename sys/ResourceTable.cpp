@@ -50,6 +50,10 @@ ResourceTable::~ResourceTable()
 
 const ResourceTable::Entry* ResourceTable::find(const char* type, const char* name)
 {
+    if (type == nullptr || name == nullptr)
+    {
+        return nullptr;
+    }
     for (const ResourceTable* table = first_table; table != nullptr; table = table->_next)
     {
         if (const Entry* entry = table->find_here(type, name))

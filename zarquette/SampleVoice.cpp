@@ -9,6 +9,12 @@ namespace zarquette
 void SampleVoice::start(const WavFile& recording, float rate, float gain, float pan)
 {
     pan = std::clamp(pan, -1.0f, 1.0f);
+    // Whole frames per output frame live in 32 bits; a rate that is not a
+    // positive number leaves the voice unable to advance, and it ends at once.
+    if (!(rate > 0.0f && rate < 4294967296.0f))
+    {
+        rate = 0.0f;
+    }
     _recording = &recording;
     _rate = rate;
     _left_gain = (1.0f - pan) * gain * 0.5f;

@@ -31,6 +31,8 @@ TEST(ResourceTable, TablesRegisterForTheirLifetimeAndTheNewestWins)
         EXPECT_EQ(sys::ResourceTable::find("TEST", "bet"), nullptr);
         EXPECT_EQ(sys::ResourceTable::find("TEST", "betaa"), nullptr);
         EXPECT_EQ(sys::ResourceTable::find("TESTS", "beta"), nullptr);
+        EXPECT_EQ(sys::ResourceTable::find(nullptr, "beta"), nullptr);
+        EXPECT_EQ(sys::ResourceTable::find("TEST", nullptr), nullptr);
     }
     EXPECT_EQ(sys::ResourceTable::find("TEST", "alpha"), nullptr);
 }

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <limits>
 #include <vector>
 
 namespace
@@ -147,10 +148,15 @@ TEST(SampleVoice, AVoiceThatCannotAdvanceIsFreedRatherThanStuck)
 {
     const Ramp rec(100, 44100);
     SampleVoice v;
-    v.start(rec.wav, 0.0f, 1.0f, 0.0f);
     Stereo out(4);
-    v.render(out.left.data(), out.right.data(), 4);
-    EXPECT_FALSE(v.is_busy());
+    for (const float rate : {0.0f, -1.5f, std::numeric_limits<float>::quiet_NaN(), 1e20f})
+    {
+        v.start(rec.wav, rate, 1.0f, 0.0f);
+        EXPECT_EQ(v.get_increment(), 0u) << rate;
+        v.render(out.left.data(), out.right.data(), 4);
+        EXPECT_FALSE(v.is_busy()) << rate;
+    }
+    EXPECT_EQ(out.left, std::vector<float>(4, 0.0f));
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "GirlSpeech.h"
 
+#include <iterator>
+
 namespace recgen
 {
 
@@ -85,7 +87,8 @@ std::vector<GirlSpeech::Syllable> GirlSpeech::pick_syllables()
     if (kind < 6)
     {
         // A word of the lexicon.
-        const char* word = _excited ? excited_words[_rng.pick(20)] : calm_words[_rng.pick(20)];
+        const char* word = _excited ? excited_words[_rng.pick(static_cast<int>(std::size(excited_words)))]
+                                    : calm_words[_rng.pick(static_cast<int>(std::size(calm_words)))];
         std::string syllable;
         for (const char* c = word;; ++c)
         {
@@ -107,7 +110,7 @@ std::vector<GirlSpeech::Syllable> GirlSpeech::pick_syllables()
     const int n = 1 + (kind - 6) % 3;
     for (int i = 0; i < n; ++i)
     {
-        out.push_back({consonants[_rng.pick(16)], "aiueo"[_rng.pick(5)]});
+        out.push_back({consonants[_rng.pick(static_cast<int>(std::size(consonants)))], "aiueo"[_rng.pick(5)]});
     }
     return out;
 }
