@@ -22,6 +22,13 @@ if(ZQ_SANITIZE)
   add_link_options(-fsanitize=${zq_sanitizers})
 endif()
 
+# Fuzzing builds instrument every library for coverage and check it with the
+# sanitizers, not only the fuzzers' own files.
+if(ZQ_FUZZERS)
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
 # Sources of one folder, without the files of the other platform: files named
 # *Win32.* build only for Windows, *Posix.* only elsewhere; the same goes for
 # tests named *Win32Test.*, *PosixStressTest.* and so on.

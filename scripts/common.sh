@@ -16,4 +16,7 @@ init_wine_prefix() {
     echo "== create wine prefix in $dir/.wineprefix"
     (cd "$dir" && ZQ_WINEPREFIX="$dir/.wineprefix" "$root/cmake/wine-run.sh" wineboot --init >/dev/null 2>&1)
   fi
+  # Let this prefix's wine server end, so the next wine program starts a fresh
+  # one that sees the display the tests run on.
+  WINEPREFIX="$dir/.wineprefix" /usr/lib/wine/wineserver64 -w || true
 }

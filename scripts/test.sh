@@ -19,7 +19,7 @@ run_ctest() {
   echo "== test $name"
   local log="$dir/ctest-summary.log"
   local status=0
-  ctest --test-dir "$dir" -j "$jobs" --output-on-failure "$@" 2>&1 | tee "$log" || status=$?
+  ${ZQ_CTEST_WRAPPER:-} ctest --test-dir "$dir" -j "$jobs" --output-on-failure "$@" 2>&1 | tee "$log" || status=$?
   local line total bad
   line=$(grep -E 'tests passed, [0-9]+ tests failed out of [0-9]+' "$log" | tail -n 1 || true)
   if [ -z "$line" ]; then
@@ -50,7 +50,9 @@ init_wine_prefix "$root/build/win64"
 run_ctest native build/native
 run_ctest asan build/asan
 run_ctest tsan build/tsan -L threads
-run_ctest wine64 build/win64
+# Windows programs that open windows (editors) need a display: one virtual X
+# server for the whole wine64 run.
+ZQ_CTEST_WRAPPER="xvfb-run -a" run_ctest wine64 build/win64 --timeout 600
 
 echo
 if [ ${#failed_runs[@]} -ne 0 ]; then
