@@ -17,7 +17,7 @@ echo "== render the demo through Zarquette_vst2win64.dll under wine64"
 (cd build/win64 && ZQ_WINEPREFIX="$root/build/win64/.wineprefix" faketime '2026-11-09 10:00:00' \
   "$root/cmake/wine-run.sh" tools/vsthost/vsthost.exe render Zarquette_vst2win64.dll \
   -o ../demo/zarquette-demo.wav --set Gauloises=70 --set Oignons=55 --set Bof=40 \
-  --set "Vin Rouge=35" --set "Nuclear Power=OUI" 2> >(grep -v ALSA >&2))
+  --set "Vin Rouge=35" --set "Nuclear Power=OUI" 2> >(grep -v -E 'ALSA|^wine: ' >&2))
 
 echo
 echo "Built:"
