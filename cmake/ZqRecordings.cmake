@@ -47,10 +47,3 @@ foreach(t IN ITEMS test_sys test_zarquette)
     target_link_libraries(${t} PRIVATE zq_recordings)
   endif()
 endforeach()
-
-# The cat army's allocation check replaces the global operator new, so it gets
-# a program of its own.
-if(ZQ_BUILD_TESTS)
-  set(ZQ_TEST_LINK zq_zarquette zq_recordings)
-  zq_add_test_program(test_cat_army_alloc unit ${ZQ_ROOT}/tests/zarquette/alloc/CatArmyAllocTest.cpp)
-endif()

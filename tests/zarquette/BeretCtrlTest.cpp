@@ -1,44 +1,11 @@
 #include "zarquette/BeretCtrl.h"
 
+#include "AllocationCounter.h"
 #include "BeretRig.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdlib>
-#include <new>
-
-namespace
-{
-
-// Counts the allocations made on this thread while a test asks for it.
-thread_local bool g_counting = false;
-thread_local long g_allocations = 0;
-
-}  // namespace
-
-void* operator new(std::size_t n)
-{
-    if (g_counting)
-    {
-        ++g_allocations;
-    }
-    if (void* p = std::malloc(n == 0 ? 1 : n))
-    {
-        return p;
-    }
-    throw std::bad_alloc();
-}
-
-void operator delete(void* p) noexcept
-{
-    std::free(p);
-}
-
-void operator delete(void* p, std::size_t) noexcept
-{
-    std::free(p);
-}
 
 namespace
 {
@@ -214,8 +181,7 @@ TEST(BeretCtrl, FallingRateWithoutResetCatchesUpWithThePattern)
 TEST(BeretCtrl, RenderingAllocatesNothing)
 {
     Engine e;
-    g_allocations = 0;
-    g_counting = true;
+    const AllocationCounter counter;
     for (int round = 0; round < 8; ++round)
     {
         e.ctrl.set_nuke(round % 2 == 0);
@@ -223,8 +189,7 @@ TEST(BeretCtrl, RenderingAllocatesNothing)
         e.ctrl.set_tempo(60.0f + 25.0f * static_cast<float>(round));
         e.render(kPass32);
     }
-    g_counting = false;
-    EXPECT_EQ(g_allocations, 0);
+    EXPECT_EQ(counter.get_count(), 0);
 }
 
 }  // namespace

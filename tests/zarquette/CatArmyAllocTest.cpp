@@ -1,40 +1,12 @@
-// The cat army renders on the audio thread, where nothing may allocate. This
-// program replaces the global operator new to count allocations, which is why
-// it is a program of its own.
+// The cat army renders on the audio thread, where nothing may allocate.
 #include "zarquette/CatArmy.h"
+
+#include "AllocationCounter.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
+#include <algorithm>
 #include <vector>
-
-namespace
-{
-
-long allocations = 0;
-
-}  // namespace
-
-void* operator new(std::size_t n)
-{
-    ++allocations;
-    if (void* p = std::malloc(n == 0 ? 1 : n))
-    {
-        return p;
-    }
-    throw std::bad_alloc();
-}
-
-void operator delete(void* p) noexcept
-{
-    std::free(p);
-}
-
-void operator delete(void* p, std::size_t) noexcept
-{
-    std::free(p);
-}
 
 namespace
 {
@@ -47,7 +19,7 @@ TEST(CatArmyAlloc, RenderingAllocatesNothing)
     army.set_sample_freq(48000.0f);
     army.set_oignons(1.0f);
     army.reset();
-    const long before = allocations;
+    const AllocationCounter counter;
     int most_busy = 0;
     // A minute of audio at full density, in blocks of every size up to 256.
     for (long frames = 0, n = 1; frames < 48000L * 60; frames += n, n = n % 256 + 1)
@@ -60,7 +32,7 @@ TEST(CatArmyAlloc, RenderingAllocatesNothing)
         }
         most_busy = std::max(most_busy, busy);
     }
-    EXPECT_EQ(allocations, before);
+    EXPECT_EQ(counter.get_count(), 0);
     EXPECT_GT(most_busy, 5);
 }
 
