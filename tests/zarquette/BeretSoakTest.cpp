@@ -15,9 +15,10 @@ using beret_test::Buffers;
 using zarquette::BeretCtrl;
 
 // The bound this soak establishes for the engine's output. Full-scale inputs
-// peak near 1.9 in practice; the limiter's detector lets a single sample through
-// at most 0.75 x sqrt(1 + 1/tan(pi / (rate x 0.03))) (15.4 at 44.1 kHz, 32 at
-// 192 kHz), which only an input far above full scale can reach.
+// peak at 1.6 at most in practice, and silence stays exactly silent. The
+// limiter's detector lets a single sample through at no more than
+// 0.75 x sqrt(1 + 1/tan(pi / (rate x 0.03))) (15.4 at 44.1 kHz, 32 at 192 kHz),
+// which only an input far above full scale can reach.
 constexpr float kOutputBound = 4.0f;
 // Each run goes through the 16 settings below for this long each: three
 // simulated minutes per signal and rate.
