@@ -3,7 +3,6 @@
 #include "gadu/PicData24.h"
 #include "gadu/PicData8.h"
 #include "gadu/PicDataFactory.h"
-#include "sys/ResourceTable.h"
 
 #include "ApicImage.h"
 
@@ -104,19 +103,6 @@ TEST(PicDataFactoryTest, EverythingMustLieInsideTheBytes)
     EXPECT_EQ(make(edited([](Bytes& b) { put_u32(b, 4, 1000); })), nullptr);         // header past the end
     // A pixel naming palette entry 2 of 2.
     EXPECT_EQ(make(edited([](Bytes& b) { b[40 + 4] = 2; })), nullptr);
-}
-
-TEST(PicDataFactoryTest, FindsResourcesByNameInAnyCase)
-{
-    static const Bytes bytes = make_apic(1, 8, 1, 1, {0u}, {0, 9});
-    const sys::ResourceTable::Entry entries[] = {{"APIC", "KN_TEST_SPN", bytes.data(), bytes.size()},
-                                                 {"WAVE", "NOT_A_PIC", bytes.data(), bytes.size()}};
-    const sys::ResourceTable table(entries, 2);
-    EXPECT_NE(PicDataFactory::use_instance().create("kn_test_spn"), nullptr);
-    EXPECT_NE(PicDataFactory::use_instance().create("KN_Test_SPN"), nullptr);
-    EXPECT_EQ(PicDataFactory::use_instance().create("NOT_A_PIC"), nullptr);
-    EXPECT_EQ(PicDataFactory::use_instance().create("missing"), nullptr);
-    EXPECT_EQ(PicDataFactory::use_instance().create(nullptr), nullptr);
 }
 
 }  // namespace
