@@ -101,6 +101,10 @@ TEST(PicDataFactoryTest, EverythingMustLieInsideTheBytes)
     EXPECT_EQ(make(edited([](Bytes& b) { put_u32(b, 28, 0xFFFFFFF0u); })), nullptr);  // pixel offset
     EXPECT_EQ(make(edited([](Bytes& b) { put_u32(b, 32, 48); })), nullptr);          // palette past the end
     EXPECT_EQ(make(edited([](Bytes& b) { put_u32(b, 4, 1000); })), nullptr);         // header past the end
+    // Kinds without a palette ignore its offset.
+    Bytes direct = make_apic(1, 24, 1, 1, {}, {1, 2, 3, 4});
+    put_u32(direct, 32, 0xFFFFFFFFu);
+    EXPECT_NE(make(direct), nullptr);
     // A pixel naming palette entry 2 of 2.
     EXPECT_EQ(make(edited([](Bytes& b) { b[40 + 4] = 2; })), nullptr);
 }
