@@ -115,8 +115,10 @@ void fill_gradient(MemoryRenderingBuffer& buffer)
     {
         for (int x = 0; x < buffer.get_width(); ++x)
         {
-            buffer.set_pixel(x, y, 0x55000000u | static_cast<std::uint32_t>(x * 9) << 16 | static_cast<std::uint32_t>(y * 11) << 8
-                                       | static_cast<std::uint32_t>((x * y) % 256));
+            const auto red = static_cast<std::uint32_t>(x * 9);
+            const auto green = static_cast<std::uint32_t>(y * 11);
+            const auto blue = static_cast<std::uint32_t>((x * y) % 256);
+            buffer.set_pixel(x, y, 0x55000000u | red << 16 | green << 8 | blue);
         }
     }
 }
@@ -126,7 +128,9 @@ TEST(DrawSubpixelTest, WholeOffsetsDrawExactlyLikeDraw)
     for (std::int32_t bits : {8, 24})
     {
         Patterned p(bits);
-        for (const auto& [x, y] : std::vector<std::pair<double, double>>{{3.0, 4.0}, {0.0, 0.0}, {-2.0, 1.0}, {3.000000001, -1.0}})
+        const std::vector<std::pair<double, double>> offsets = {
+            {3.0, 4.0}, {0.0, 0.0}, {-2.0, 1.0}, {3.000000001, -1.0}};
+        for (const auto& [x, y] : offsets)
         {
             MemoryRenderingBuffer subpixel(8, 8);
             MemoryRenderingBuffer plain(8, 8);
@@ -134,8 +138,7 @@ TEST(DrawSubpixelTest, WholeOffsetsDrawExactlyLikeDraw)
             fill_gradient(plain);
             // The opacity plays no part at whole offsets.
             p.pic->draw_subpixel(-x, -y, 8, 8, subpixel, p.pic->get_bounds(), 0.3f);
-            p.pic->draw(Rect::of_size(static_cast<std::int64_t>(std::lround(-x)), static_cast<std::int64_t>(std::lround(-y)), 8, 8),
-                        plain, p.pic->get_bounds());
+            p.pic->draw(Rect::of_size(std::lround(-x), std::lround(-y), 8, 8), plain, p.pic->get_bounds());
             for (int by = 0; by < 8; ++by)
             {
                 EXPECT_EQ(row_of(subpixel, by), row_of(plain, by)) << bits << " bits at " << x << ", " << y;
