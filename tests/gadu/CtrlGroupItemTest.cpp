@@ -215,11 +215,10 @@ TEST_F(CtrlGroupItemTest, UnplacedGroupsAndControlsWithoutHitRectangleAreReached
 
     ProbeControl unset{"unset", log, BoundingBoxDefaultChecker().get_hit_rect()};
     root.add_control(unset);
-    MemoryRenderingBuffer buffer(8, 8);
     log.clear();
-    root.handle_message(Redraw(WHOLE_AREA, buffer));
+    root.handle_message(RedrawBegin(WHOLE_AREA));
     root.handle_message(MouseMove(SPTreeNodeInterface::kUnplaced, SPTreeNodeInterface::kUnplaced));
-    EXPECT_EQ(log, (Log{"lower redraw -32000,-32000,32000,32000", "upper redraw -32000,-32000,32000,32000"}));
+    EXPECT_EQ(log, (Log{"lower begin -32000,-32000,32000,32000", "upper begin -32000,-32000,32000,32000"}));
 }
 
 TEST_F(CtrlGroupItemTest, UpMessagesEndAtTheWindowOrAreRefusedWithoutOne)

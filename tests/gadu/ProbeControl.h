@@ -5,6 +5,7 @@
 
 #include "gadu/ControlInterface.h"
 #include "gadu/GraphicMessage.h"
+#include "gadu/KeyboardMessage.h"
 #include "gadu/MouseMessage.h"
 #include "gadu/RenderingBufferInterface.h"
 #include "gadu/TimerMessage.h"
@@ -104,6 +105,11 @@ public:
     std::int32_t on_notify(const gadu::Notify& m) override
     {
         note("notify " + std::to_string(m.get_timer_id()));
+        return 0;
+    }
+    std::int32_t on_text_input_finished(const gadu::TextInputFinished& m) override
+    {
+        note("text " + m.get_text() + (m.is_accepted() ? " accepted" : " cancelled"));
         return 0;
     }
     void on_hide() override { note("hide"); }
