@@ -117,8 +117,13 @@ TEST(TimerManagerTest, ClearInsideARunStopsEverythingButATimerSetAfterwards)
     std::uint32_t later = 0;
     timers.add(SetTimer(&r, 0.01f, a));
     timers.add(SetTimer(&r, 0.01f, b));
+    bool cleared = false;
     r.action = [&](std::uint32_t) {
-        r.action = nullptr;
+        if (cleared)
+        {
+            return;
+        }
+        cleared = true;
         timers.clear();
         timers.add(SetTimer(&r, 0.5f, later));
     };
