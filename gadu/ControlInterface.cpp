@@ -139,41 +139,6 @@ std::int32_t ControlInterface::invalidate_self()
     return handle_message(Invalidate(get_hit_rect().moved(_x, _y)));
 }
 
-std::int32_t ControlInterface::on_invalidate(const Invalidate& message)
-{
-    return pass_up(message);
-}
-
-std::int32_t ControlInterface::on_mouse_capture(const MouseCapture& message)
-{
-    return pass_up(message);
-}
-
-std::int32_t ControlInterface::on_mouse_release(const MouseRelease& message)
-{
-    return pass_up(message);
-}
-
-std::int32_t ControlInterface::on_set_timer(const SetTimer& message)
-{
-    return pass_up(message);
-}
-
-std::int32_t ControlInterface::on_clear_timer(const ClearTimer& message)
-{
-    return pass_up(message);
-}
-
-std::int32_t ControlInterface::on_mouse_direct_capture(const MouseDirectCapture& message)
-{
-    return pass_up(message);
-}
-
-std::int32_t ControlInterface::on_mouse_direct_release(const MouseDirectRelease& message)
-{
-    return pass_up(message);
-}
-
 void ControlInterface::set_listener(EventListenerInterface* listener)
 {
     if (_dispatching)

@@ -1,7 +1,12 @@
 #pragma once
 
 #include "gadu/BoundingBoxDefaultChecker.h"
+#include "gadu/GraphicMessage.h"
+#include "gadu/KeyboardMessage.h"
 #include "gadu/MessageHandlerInterface.h"
+#include "gadu/MouseMessage.h"
+#include "gadu/ShowObject.h"
+#include "gadu/TimerMessage.h"
 
 #include <cstdint>
 #include <vector>
@@ -9,28 +14,8 @@
 namespace gadu
 {
 
-class ClearTimer;
-class Disconnecting;
 class EventListenerInterface;
-class Invalidate;
-class KeyPressed;
-class MouseCapture;
-class MouseCaptureLost;
-class MouseClick;
-class MouseDirectCapture;
-class MouseDirectMove;
-class MouseDirectRelease;
-class MouseMove;
-class MouseRelease;
-class MouseWheelMove;
-class Notify;
-class Redraw;
-class RedrawBegin;
-class RedrawEnd;
-class SetTimer;
-class ShowObject;
 class SPTreeNodeInterface;
-class TextInputFinished;
 
 // A leaf of the tree: something the user sees and handles. handle_message is
 // the ladder that routes each message by its run-time type to one virtual
@@ -56,24 +41,24 @@ public:
 
     // The ladder's slots. Up messages go to the parent by default (-1 without
     // one); down messages are ignored (0).
-    virtual std::int32_t on_invalidate(const Invalidate& message);
+    virtual std::int32_t on_invalidate(const Invalidate& message) { return pass_up(message); }
     virtual std::int32_t on_redraw_begin(const RedrawBegin& /*message*/) { return 0; }
     virtual std::int32_t on_redraw(const Redraw& /*message*/) { return 0; }
     virtual std::int32_t on_redraw_end(const RedrawEnd& /*message*/) { return 0; }
-    virtual std::int32_t on_mouse_capture(const MouseCapture& message);
-    virtual std::int32_t on_mouse_release(const MouseRelease& message);
+    virtual std::int32_t on_mouse_capture(const MouseCapture& message) { return pass_up(message); }
+    virtual std::int32_t on_mouse_release(const MouseRelease& message) { return pass_up(message); }
     virtual std::int32_t on_mouse_capture_lost(const MouseCaptureLost& /*message*/) { return 0; }
     virtual std::int32_t on_mouse_move(const MouseMove& /*message*/) { return 0; }
     virtual std::int32_t on_mouse_click(const MouseClick& /*message*/) { return 0; }
-    virtual std::int32_t on_set_timer(const SetTimer& message);
-    virtual std::int32_t on_clear_timer(const ClearTimer& message);
+    virtual std::int32_t on_set_timer(const SetTimer& message) { return pass_up(message); }
+    virtual std::int32_t on_clear_timer(const ClearTimer& message) { return pass_up(message); }
     virtual std::int32_t on_notify(const Notify& /*message*/) { return 0; }
     virtual std::int32_t on_key_pressed(const KeyPressed& /*message*/) { return 0; }
     virtual std::int32_t on_text_input_finished(const TextInputFinished& /*message*/) { return 0; }
     virtual std::int32_t on_show_object(const ShowObject& /*message*/) { return 0; }
     virtual std::int32_t on_disconnecting(const Disconnecting& /*message*/) { return 0; }
-    virtual std::int32_t on_mouse_direct_capture(const MouseDirectCapture& message);
-    virtual std::int32_t on_mouse_direct_release(const MouseDirectRelease& message);
+    virtual std::int32_t on_mouse_direct_capture(const MouseDirectCapture& message) { return pass_up(message); }
+    virtual std::int32_t on_mouse_direct_release(const MouseDirectRelease& message) { return pass_up(message); }
     virtual std::int32_t on_mouse_direct_move(const MouseDirectMove& /*message*/) { return 0; }
     virtual std::int32_t on_mouse_wheel_move(const MouseWheelMove& /*message*/) { return 0; }
     // Asks the window to redraw the control's hit rectangle; nothing while hidden.

@@ -17,8 +17,6 @@ public:
 
 protected:
     KeyboardMessage() = default;
-    KeyboardMessage(const KeyboardMessage&) = default;
-    KeyboardMessage& operator=(const KeyboardMessage&) = default;
 };
 
 // A key for the control; the window itself never produces one.

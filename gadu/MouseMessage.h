@@ -19,8 +19,6 @@ public:
 
 protected:
     MouseMessage() = default;
-    MouseMessage(const MouseMessage&) = default;
-    MouseMessage& operator=(const MouseMessage&) = default;
 };
 
 // Mask bits of mouse messages. Buttons give the state after the event, so the
@@ -152,24 +150,29 @@ private:
     std::uint8_t _position_set = 0;
 };
 
-class MouseDirectCapture : public MessageUp, public MouseMessage
+// Subscribes a control to MouseDirectMove, or ends its subscription.
+class MouseDirectMessage : public MessageUp, public MouseMessage
 {
 public:
-    explicit MouseDirectCapture(ControlInterface* control) : _control(control) {}
     ControlInterface* use_control() const { return _control; }
+
+protected:
+    explicit MouseDirectMessage(ControlInterface* control) : _control(control) {}
 
 private:
     ControlInterface* _control;
 };
 
-class MouseDirectRelease : public MessageUp, public MouseMessage
+class MouseDirectCapture : public MouseDirectMessage
 {
 public:
-    explicit MouseDirectRelease(ControlInterface* control) : _control(control) {}
-    ControlInterface* use_control() const { return _control; }
+    explicit MouseDirectCapture(ControlInterface* control) : MouseDirectMessage(control) {}
+};
 
-private:
-    ControlInterface* _control;
+class MouseDirectRelease : public MouseDirectMessage
+{
+public:
+    explicit MouseDirectRelease(ControlInterface* control) : MouseDirectMessage(control) {}
 };
 
 }  // namespace gadu

@@ -18,8 +18,6 @@ public:
 
 protected:
     TimerMessage() = default;
-    TimerMessage(const TimerMessage&) = default;
-    TimerMessage& operator=(const TimerMessage&) = default;
 };
 
 // One firing of a timer, sent to the handler that set it.

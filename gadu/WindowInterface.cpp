@@ -15,6 +15,19 @@
 namespace gadu
 {
 
+// The roots outlive the window (the editor keeps them from one opening to the
+// next); they must not keep sending up messages to a window that is gone.
+WindowInterface::~WindowInterface()
+{
+    for (SPTreeNodeInterface* root : {_background_root, _control_root})
+    {
+        if (root != nullptr && root->use_parent() == this)
+        {
+            root->set_parent(nullptr);
+        }
+    }
+}
+
 std::int32_t WindowInterface::handle_message(const MessageInterface& message)
 {
     if (!is_open())

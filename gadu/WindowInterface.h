@@ -36,7 +36,7 @@ class TextInputStop;
 class WindowInterface : public MessageHandlerInterface
 {
 public:
-    ~WindowInterface() override = default;
+    ~WindowInterface() override;
     WindowInterface(const WindowInterface&) = delete;
     WindowInterface& operator=(const WindowInterface&) = delete;
 

@@ -318,5 +318,20 @@ TEST_F(OffscreenWindowTest, ClosingHidesTheTreeAndAClosedWindowRefusesEverything
     EXPECT_EQ(screen_at(5, 5), kColourA);
 }
 
+TEST_F(OffscreenWindowTest, TheTreeOutlivesItsWindowAndThenRefusesUpMessages)
+{
+    CtrlGroupItem root;
+    ProbeControl c{"c", log, Rect{0, 0, 4, 4}};
+    root.add_control(c);
+    {
+        OffscreenWindow short_lived(16, 16);
+        short_lived.set_control_root(&root);
+        short_lived.open(nullptr);
+        EXPECT_EQ(root.use_parent(), &short_lived);
+    }
+    EXPECT_EQ(root.use_parent(), nullptr);
+    EXPECT_EQ(c.handle_message(ClearTimer(1)), -1);
+}
+
 }  // namespace
 }  // namespace gadu
