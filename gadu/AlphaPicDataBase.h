@@ -48,16 +48,16 @@ public:
             float sy = oy + static_cast<float>(box.x1) * s + static_cast<float>(y) * c;
             for (std::int32_t x = box.x1; x < box.x2; ++x, sx += c, sy += s)
             {
-                const float fi = std::floor(sx);
-                const float fj = std::floor(sy);
-                const int fx = static_cast<int>((sx - fi) * 255.99f);
-                const int fy = static_cast<int>((sy - fj) * 255.99f);
+                const std::int32_t i = floor_to_int(sx);
+                const std::int32_t j = floor_to_int(sy);
+                const int fx = static_cast<int>((sx - static_cast<float>(i)) * 255.99f);
+                const int fy = static_cast<int>((sy - static_cast<float>(j)) * 255.99f);
                 Weights k;
                 k.w11 = (fy * w * fx) >> 16;
                 k.w10 = ((fx * w) >> 8) - k.w11;
                 k.w01 = ((fy * w) >> 8) - k.w11;
                 k.w00 = w - k.w10 - k.w01 - k.w11;
-                blend_neighbours(row + x * 4, static_cast<std::int32_t>(fi), static_cast<std::int32_t>(fj), k, src);
+                blend_neighbours(row + x * 4, i, j, k, src);
             }
         }
         return 1;
@@ -167,6 +167,15 @@ private:
             }
         }
         return Rect::of_size(min_x - 1, min_y - 1, max_x - min_x + 3, max_y - min_y + 3);
+    }
+
+    // floor() for the samples of the rotated path, which stay within a few
+    // pixels of the picture: the library call it would be on plain x86 is the
+    // largest cost of a pixel.
+    static std::int32_t floor_to_int(float v)
+    {
+        const auto t = static_cast<std::int32_t>(v);
+        return static_cast<float>(t) > v ? t - 1 : t;
     }
 
     // Moves the buffer pixel d towards the picture pixels (i, j) .. (i + 1,
