@@ -15,19 +15,6 @@
 namespace gadu
 {
 
-// The roots outlive the window (the editor keeps them from one opening to the
-// next); they must not keep sending up messages to a window that is gone.
-WindowInterface::~WindowInterface()
-{
-    for (SPTreeNodeInterface* root : {_background_root, _control_root})
-    {
-        if (root != nullptr && root->use_parent() == this)
-        {
-            root->set_parent(nullptr);
-        }
-    }
-}
-
 std::int32_t WindowInterface::handle_message(const MessageInterface& message)
 {
     if (!is_open())
@@ -72,16 +59,21 @@ void WindowInterface::set_window_size(std::int32_t width, std::int32_t height)
 
 void WindowInterface::set_background_root(SPTreeNodeInterface* root)
 {
-    _background_root = root;
-    if (root != nullptr)
-    {
-        root->set_parent(this);
-    }
+    replace_root(_background_root, root);
 }
 
 void WindowInterface::set_control_root(SPTreeNodeInterface* root)
 {
-    _control_root = root;
+    replace_root(_control_root, root);
+}
+
+void WindowInterface::replace_root(SPTreeNodeInterface*& slot, SPTreeNodeInterface* root)
+{
+    if (slot != nullptr && slot->use_parent() == this)
+    {
+        slot->set_parent(nullptr);
+    }
+    slot = root;
     if (root != nullptr)
     {
         root->set_parent(this);

@@ -36,7 +36,7 @@ class TextInputStop;
 class WindowInterface : public MessageHandlerInterface
 {
 public:
-    ~WindowInterface() override;
+    ~WindowInterface() override = default;
     WindowInterface(const WindowInterface&) = delete;
     WindowInterface& operator=(const WindowInterface&) = delete;
 
@@ -62,7 +62,9 @@ public:
     void set_resizable(bool resizable) { _resizable = resizable; }
     bool is_resizable() const { return _resizable; }
 
-    // Not owned; the window becomes the roots' parent.
+    // Not owned; the window becomes the roots' parent. Setting another root (or
+    // none) lets go of the earlier one, which a tree that outlives its window
+    // needs before the window goes.
     void set_background_root(SPTreeNodeInterface* root);
     void set_control_root(SPTreeNodeInterface* root);
     SPTreeNodeInterface* use_background_root() const { return _background_root; }
@@ -132,6 +134,7 @@ private:
     MessageHandlerInterface* mouse_target() const;
     template <typename Make>
     void send_mouse(std::int32_t x, std::int32_t y, Make make);
+    void replace_root(SPTreeNodeInterface*& slot, SPTreeNodeInterface* root);
     void send_to_roots(const MessageInterface& message, bool controls_first) const;
     void redraw(const Rect& dirty);
 

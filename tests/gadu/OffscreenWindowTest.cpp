@@ -318,7 +318,7 @@ TEST_F(OffscreenWindowTest, ClosingHidesTheTreeAndAClosedWindowRefusesEverything
     EXPECT_EQ(screen_at(5, 5), kColourA);
 }
 
-TEST_F(OffscreenWindowTest, TheTreeOutlivesItsWindowAndThenRefusesUpMessages)
+TEST_F(OffscreenWindowTest, ATreeLetGoOfByItsWindowRefusesUpMessages)
 {
     CtrlGroupItem root;
     ProbeControl c{"c", log, Rect{0, 0, 4, 4}};
@@ -328,6 +328,10 @@ TEST_F(OffscreenWindowTest, TheTreeOutlivesItsWindowAndThenRefusesUpMessages)
         short_lived.set_control_root(&root);
         short_lived.open(nullptr);
         EXPECT_EQ(root.use_parent(), &short_lived);
+        EXPECT_EQ(c.handle_message(ClearTimer(1)), -1);
+        std::uint32_t id = 0;
+        EXPECT_EQ(c.handle_message(SetTimer(&c, 1.0f, id)), 0);
+        short_lived.set_control_root(nullptr);
     }
     EXPECT_EQ(root.use_parent(), nullptr);
     EXPECT_EQ(c.handle_message(ClearTimer(1)), -1);
