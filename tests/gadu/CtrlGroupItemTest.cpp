@@ -174,6 +174,26 @@ TEST_F(CtrlGroupItemTest, AddingAControlWhileTheGroupWalksEndsTheWalkAfterTheCur
     EXPECT_EQ(log, (Log{"lower redraw 0,0,64,64", "upper redraw 0,0,64,64", "late redraw 0,0,64,64"}));
 }
 
+TEST_F(CtrlGroupItemTest, AControlThatLeavesTheGroupDuringAClickEndsTheWalk)
+{
+    struct Leaver : DefaultEventListener
+    {
+        explicit Leaver(CtrlGroupItem& g) : group(g) {}
+        void after_message(const MessageInterface&) override { group.remove_control(*use_control()); }
+        CtrlGroupItem& group;
+    } leaver(root);
+    upper.click_answer = 0;
+    upper.set_listener(&leaver);
+    // Without the stop flag the walk would go on at an index that now names
+    // another control, or past the end of the list.
+    EXPECT_EQ(root.handle_message(MouseClick(25, 25, 0, 0, 0)), 0);
+    EXPECT_EQ(log, (Log{"upper click 25,25 b0 d0"}));
+    EXPECT_EQ(root.get_control_count(), 1);
+    EXPECT_FALSE(upper.is_placed());
+    EXPECT_EQ(upper.handle_message(ClearTimer(1)), -1);
+    EXPECT_FALSE(root.remove_control(upper));
+}
+
 TEST_F(CtrlGroupItemTest, MouseGoesToControlsBeforeChildGroupsDrawingToChildGroupsFirst)
 {
     CtrlGroupItem child;
