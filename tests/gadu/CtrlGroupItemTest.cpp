@@ -1,0 +1,328 @@
+#include "gadu/CtrlGroupItem.h"
+#include "gadu/DefaultEventListener.h"
+#include "gadu/GraphicMessage.h"
+#include "gadu/KeyboardMessage.h"
+#include "gadu/MemoryRenderingBuffer.h"
+#include "gadu/ShowObject.h"
+
+#include "ProbeControl.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace gadu
+{
+namespace
+{
+
+using gadu_test::Log;
+using gadu_test::ProbeControl;
+
+// The end of the up path: records what arrives and accepts it.
+class FakeWindow : public MessageHandlerInterface
+{
+public:
+    std::int32_t handle_message(const MessageInterface& message) override
+    {
+        if (const auto* inv = dynamic_cast<const Invalidate*>(&message))
+        {
+            invalidated.push_back(inv->get_region());
+        }
+        ++up_count;
+        return answer;
+    }
+
+    std::vector<Rect> invalidated;
+    int up_count = 0;
+    std::int32_t answer = 0;
+};
+
+class CtrlGroupItemTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        root.set_parent(&window);
+        root.handle_message(ShowObject(true));
+        root.set_position(0, 0);
+        lower.set_position(10, 10);
+        upper.set_position(20, 20);
+        root.add_control(lower);
+        root.add_control(upper);
+        log.clear();
+    }
+
+    Log log;
+    FakeWindow window;
+    CtrlGroupItem root;
+    // Two 20 x 20 controls overlapping on (20..30, 20..30).
+    ProbeControl lower{"lower", log, Rect{0, 0, 20, 20}};
+    ProbeControl upper{"upper", log, Rect{0, 0, 20, 20}};
+};
+
+TEST_F(CtrlGroupItemTest, ClickOnOverlapGoesToLastAddedDrawingReachesBothFirstAddedFirst)
+{
+    EXPECT_EQ(root.handle_message(MouseClick(25, 25, 1, 0, 0)), 1);
+    MemoryRenderingBuffer buffer(64, 64);
+    EXPECT_EQ(root.handle_message(Redraw(Rect{0, 0, 64, 64}, buffer)), 0);
+    EXPECT_EQ(log, (Log{"upper highlight", "upper click 25,25 b1 d0", "lower redraw 0,0,64,64",
+                        "upper redraw 0,0,64,64"}));
+}
+
+TEST_F(CtrlGroupItemTest, ClickGoesOnDownwardsUntilAControlTakesItAndMissesReachNobody)
+{
+    upper.click_answer = 0;
+    EXPECT_EQ(root.handle_message(MouseClick(25, 25, 0, 0, 0)), 1);
+    EXPECT_EQ(log, (Log{"upper click 25,25 b0 d0", "lower click 25,25 b0 d0"}));
+    log.clear();
+    EXPECT_EQ(root.handle_message(MouseClick(5, 5, 1, 0, 0)), 0);
+    // Half-open edges: x2 and y2 lie outside.
+    EXPECT_EQ(root.handle_message(MouseMove(40, 25)), 0);
+    EXPECT_EQ(root.handle_message(MouseMove(39, 39)), 1);
+    EXPECT_EQ(log, (Log{"upper move 39,39"}));
+}
+
+TEST_F(CtrlGroupItemTest, DrawingReachesOnlyControlsWhoseAreaOverlapsTheTileStrictly)
+{
+    MemoryRenderingBuffer buffer(64, 64);
+    // Touches lower's right edge (x 30) without overlapping it.
+    root.handle_message(Redraw(Rect{30, 0, 35, 25}, buffer));
+    EXPECT_EQ(log, (Log{"upper redraw 30,0,35,25"}));
+}
+
+TEST_F(CtrlGroupItemTest, ReleaseAndDisabledPressNeverPress)
+{
+    int presses = 0;
+    struct PressCounter : DefaultEventListener
+    {
+        explicit PressCounter(int& n) : count(n) {}
+        void on_press() override { ++count; }
+        int& count;
+    } listener(presses);
+    upper.set_listener(&listener);
+
+    root.handle_message(MouseClick(25, 25, 0, 0, 0));
+    EXPECT_EQ(presses, 0);
+    EXPECT_FALSE(upper.is_pressed());
+    upper.set_enabled(false);
+    root.handle_message(MouseClick(25, 25, 1, 0, 0));
+    EXPECT_EQ(presses, 0);
+    EXPECT_FALSE(upper.is_pressed());
+    upper.set_enabled(true);
+    root.handle_message(MouseClick(25, 25, 2, 0, 0));
+    EXPECT_EQ(presses, 1);
+    EXPECT_TRUE(upper.is_pressed());
+    EXPECT_EQ(log, (Log{"upper click 25,25 b0 d0", "upper click 25,25 b1 d0", "upper highlight",
+                        "upper click 25,25 b2 d0"}));
+}
+
+TEST_F(CtrlGroupItemTest, HiddenControlDrawsNothingButStillTakesTheMouse)
+{
+    upper.handle_message(ShowObject(false));
+    EXPECT_EQ(log, (Log{"upper hide"}));
+    log.clear();
+    MemoryRenderingBuffer buffer(64, 64);
+    EXPECT_EQ(upper.handle_message(RedrawBegin(Rect{0, 0, 64, 64})), 0);
+    root.handle_message(Redraw(Rect{0, 0, 64, 64}, buffer));
+    EXPECT_EQ(upper.handle_message(RedrawEnd(Rect{0, 0, 64, 64})), 0);
+    EXPECT_EQ(root.handle_message(MouseMove(25, 25)), 1);
+    EXPECT_EQ(log, (Log{"lower redraw 0,0,64,64", "upper move 25,25"}));
+    // Nor does it ask to be drawn.
+    EXPECT_EQ(upper.request_redraw(), 0);
+    EXPECT_TRUE(window.invalidated.empty());
+}
+
+TEST_F(CtrlGroupItemTest, ControlsAddedToAHiddenGroupStayHiddenUntilTheGroupIsShown)
+{
+    CtrlGroupItem hidden_group;
+    hidden_group.set_position(0, 0);
+    ProbeControl control{"c", log, Rect{0, 0, 5, 5}};
+    hidden_group.add_control(control);
+    EXPECT_FALSE(control.is_visible());
+    EXPECT_EQ(log, (Log{"c hide"}));
+    hidden_group.handle_message(ShowObject(true));
+    EXPECT_TRUE(control.is_visible());
+    EXPECT_TRUE(lower.is_visible());
+}
+
+TEST_F(CtrlGroupItemTest, AddingAControlWhileTheGroupWalksEndsTheWalkAfterTheCurrentControl)
+{
+    ProbeControl late{"late", log, Rect{0, 0, 100, 100}};
+    struct Adder : DefaultEventListener
+    {
+        Adder(CtrlGroupItem& g, ControlInterface& c) : group(g), control(c) {}
+        void before_message(const MessageInterface& m) override
+        {
+            if (dynamic_cast<const Redraw*>(&m) != nullptr && !added)
+            {
+                added = true;
+                group.add_control(control);
+            }
+        }
+        CtrlGroupItem& group;
+        ControlInterface& control;
+        bool added = false;
+    } adder(root, late);
+    lower.set_listener(&adder);
+    MemoryRenderingBuffer buffer(64, 64);
+    root.handle_message(Redraw(Rect{0, 0, 64, 64}, buffer));
+    EXPECT_EQ(log, (Log{"lower redraw 0,0,64,64"}));
+    EXPECT_EQ(root.get_control_count(), 3);
+    log.clear();
+    root.handle_message(Redraw(Rect{0, 0, 64, 64}, buffer));
+    EXPECT_EQ(log, (Log{"lower redraw 0,0,64,64", "upper redraw 0,0,64,64", "late redraw 0,0,64,64"}));
+}
+
+TEST_F(CtrlGroupItemTest, AControlThatLeavesTheGroupDuringAClickEndsTheWalk)
+{
+    struct Leaver : DefaultEventListener
+    {
+        explicit Leaver(CtrlGroupItem& g) : group(g) {}
+        void after_message(const MessageInterface&) override { group.remove_control(*use_control()); }
+        CtrlGroupItem& group;
+    } leaver(root);
+    upper.click_answer = 0;
+    upper.set_listener(&leaver);
+    // Without the stop flag the walk would go on at an index that now names
+    // another control, or past the end of the list.
+    EXPECT_EQ(root.handle_message(MouseClick(25, 25, 0, 0, 0)), 0);
+    EXPECT_EQ(log, (Log{"upper click 25,25 b0 d0"}));
+    EXPECT_EQ(root.get_control_count(), 1);
+    EXPECT_FALSE(upper.is_placed());
+    EXPECT_EQ(upper.handle_message(ClearTimer(1)), -1);
+    EXPECT_FALSE(root.remove_control(upper));
+}
+
+TEST_F(CtrlGroupItemTest, MouseGoesToControlsBeforeChildGroupsDrawingToChildGroupsFirst)
+{
+    CtrlGroupItem child;
+    ProbeControl inner{"inner", log, Rect{0, 0, 100, 100}};
+    child.add_control(inner);
+    root.add_group(child);
+    root.set_position(0, 0);
+    child.handle_message(ShowObject(true));
+    log.clear();
+    upper.click_answer = 0;
+    lower.click_answer = 0;
+    root.handle_message(MouseClick(25, 25, 0, 0, 0));
+    MemoryRenderingBuffer buffer(64, 64);
+    root.handle_message(Redraw(Rect{0, 0, 64, 64}, buffer));
+    EXPECT_EQ(log, (Log{"upper click 25,25 b0 d0", "lower click 25,25 b0 d0", "inner click 25,25 b0 d0",
+                        "inner redraw 0,0,64,64", "lower redraw 0,0,64,64", "upper redraw 0,0,64,64"}));
+}
+
+TEST_F(CtrlGroupItemTest, MovingTheGroupOrTheControlMovesWhereItIsHitAndDrawn)
+{
+    root.set_position(100, 0);
+    EXPECT_EQ(upper.get_x(), 120);
+    EXPECT_EQ(root.handle_message(MouseMove(25, 25)), 0);
+    EXPECT_EQ(root.handle_message(MouseMove(125, 25)), 1);
+    upper.set_position(0, 0);
+    EXPECT_EQ(upper.get_x(), 100);
+    EXPECT_EQ(upper.get_rel_x(), 0);
+    upper.request_redraw();
+    EXPECT_EQ(window.invalidated, (std::vector<Rect>{Rect{100, 0, 120, 20}}));
+}
+
+TEST_F(CtrlGroupItemTest, UnplacedGroupsAndControlsWithoutHitRectangleAreReachedByNothing)
+{
+    CtrlGroupItem unplaced;
+    ProbeControl control{"c", log, Rect{0, 0, 5, 5}};
+    unplaced.add_control(control);
+    EXPECT_EQ(unplaced.handle_message(MouseMove(0, 0)), 0);
+    EXPECT_EQ(unplaced.handle_message(MouseMove(-1, -1)), 0);
+
+    ProbeControl unset{"unset", log, BoundingBoxDefaultChecker().get_hit_rect()};
+    root.add_control(unset);
+    log.clear();
+    root.handle_message(RedrawBegin(WHOLE_AREA));
+    root.handle_message(MouseMove(SPTreeNodeInterface::kUnplaced, SPTreeNodeInterface::kUnplaced));
+    EXPECT_EQ(log, (Log{"lower begin -32000,-32000,32000,32000", "upper begin -32000,-32000,32000,32000"}));
+}
+
+TEST_F(CtrlGroupItemTest, UpMessagesEndAtTheWindowOrAreRefusedWithoutOne)
+{
+    EXPECT_EQ(upper.handle_message(ClearTimer(7)), 0);
+    EXPECT_EQ(window.up_count, 1);
+    window.answer = 5;
+    EXPECT_EQ(root.handle_message(ClearTimer(7)), 5);
+    ProbeControl orphan{"o", log, Rect{0, 0, 1, 1}};
+    EXPECT_EQ(orphan.handle_message(ClearTimer(7)), -1);
+    EXPECT_EQ(orphan.handle_message(MouseCapture(&orphan, 0)), -1);
+    CtrlGroupItem lonely;
+    EXPECT_EQ(lonely.handle_message(ClearTimer(7)), -1);
+}
+
+TEST_F(CtrlGroupItemTest, AMessageTheLadderDoesNotKnowIsRefusedAndChangesNothing)
+{
+    struct Stranger : MessageInterface
+    {
+    };
+    EXPECT_EQ(upper.handle_message(Stranger()), -1);
+    EXPECT_EQ(root.handle_message(Stranger()), 0);
+    EXPECT_EQ(upper.handle_message(KeyPressed(13)), 0);
+    EXPECT_TRUE(log.empty());
+    EXPECT_FALSE(upper.is_dispatching());
+}
+
+TEST_F(CtrlGroupItemTest, ListenersSeeEveryMessageAndMayNotBeReplacedFromInside)
+{
+    struct Reentrant : DefaultEventListener
+    {
+        void before_message(const MessageInterface&) override
+        {
+            ++before;
+            try
+            {
+                use_control()->set_listener(nullptr);
+            }
+            catch (const std::runtime_error& e)
+            {
+                error = e.what();
+            }
+        }
+        void after_message(const MessageInterface&) override { ++after; }
+        int before = 0;
+        int after = 0;
+        std::string error;
+    } listener;
+    upper.set_listener(&listener);
+    EXPECT_EQ(listener.use_control(), &upper);
+    root.handle_message(MouseMove(25, 25));
+    EXPECT_EQ(listener.before, 1);
+    EXPECT_EQ(listener.after, 1);
+    EXPECT_EQ(listener.error, "gadu::ControlInterface::set_listener() : Recursive call.");
+    EXPECT_EQ(upper.use_listeners().size(), 1u);
+    // Outside a message it may.
+    upper.set_listener(nullptr);
+    EXPECT_TRUE(upper.use_listeners().empty());
+}
+
+TEST(DefaultEventListenerTest, LetsEverythingThroughAndHandsChangesToItsTarget)
+{
+    struct Doubler : DefaultEventListener
+    {
+        double forward(double v, std::int32_t level) override
+        {
+            last_level = level;
+            return 2.0 * v;
+        }
+        void after_message(const MessageInterface&) override { ++messages; }
+        std::int32_t last_level = 0;
+        int messages = 0;
+    } target;
+    DefaultEventListener listener;
+    EXPECT_DOUBLE_EQ(listener.forward(0.25, 200), 0.25);
+    listener.set_target(&target);
+    EXPECT_TRUE(listener.check(1));
+    EXPECT_DOUBLE_EQ(listener.value(0.3, 200), 0.3);
+    EXPECT_DOUBLE_EQ(listener.value_from_param(0.3, 1), 0.3);
+    EXPECT_DOUBLE_EQ(listener.forward(0.25, 50), 0.5);
+    EXPECT_EQ(target.last_level, 50);
+    listener.after_message(ShowObject(true));
+    EXPECT_EQ(target.messages, 1);
+}
+
+}  // namespace
+}  // namespace gadu

@@ -1,0 +1,341 @@
+#include "gadu/BackgroundItem.h"
+#include "gadu/CtrlGroupItem.h"
+#include "gadu/OffscreenWindow.h"
+#include "gadu/PicDataFactory.h"
+#include "gadu/ShowObject.h"
+
+#include "ApicImage.h"
+#include "ProbeControl.h"
+
+#include <gtest/gtest.h>
+
+namespace gadu
+{
+namespace
+{
+
+using gadu_test::Log;
+using gadu_test::ProbeControl;
+
+constexpr std::uint32_t kDark = 0x102030u;
+constexpr std::uint32_t kLight = 0x405060u;
+constexpr std::uint32_t kColourA = 0xAA0000u;
+constexpr std::uint32_t kColourB = 0x00BB00u;
+
+// A 64 x 48 window: a background of 8 x 8 squares, control a at (4, 4)
+// (10 x 10) and control b at (30, 20) (16 x 16).
+class OffscreenWindowTest : public ::testing::Test
+{
+protected:
+    OffscreenWindowTest()
+    {
+        std::vector<std::uint8_t> pixels;
+        for (int y = 0; y < 48; ++y)
+        {
+            for (int x = 0; x < 64; ++x)
+            {
+                pixels.push_back(static_cast<std::uint8_t>((x / 8 + y / 8) % 2));
+            }
+        }
+        bytes = gadu_test::make_apic(0, 8, 64, 48, {kDark, kLight}, pixels);
+        pic = PicDataFactory::use_instance().create_from_bytes(bytes.data(), bytes.size());
+    }
+
+    void SetUp() override
+    {
+        ASSERT_NE(pic, nullptr);
+        background.set_picture(Picture(pic.get()));
+        background.set_position(0, 0);
+        a.set_position(4, 4);
+        b.set_position(30, 20);
+        controls.add_control(a);
+        controls.add_control(b);
+        controls.set_position(0, 0);
+        window.set_tile_size(8, 8);
+        window.set_background_root(&background);
+        window.set_control_root(&controls);
+        open();
+    }
+
+    void open()
+    {
+        ASSERT_EQ(window.open(nullptr), 0);
+        background.handle_message(ShowObject(true));
+        controls.handle_message(ShowObject(true));
+        window.paint_all();
+        log.clear();
+    }
+
+    static std::uint32_t background_at(int x, int y) { return (x / 8 + y / 8) % 2 != 0 ? kLight : kDark; }
+    std::uint32_t screen_at(int x, int y) const { return window.use_screen()->get_pixel(x, y) & 0xFFFFFFu; }
+
+    std::vector<std::uint8_t> bytes;
+    std::unique_ptr<PicDataInterface> pic;
+    Log log;
+    OffscreenWindow window{64, 48};
+    BackgroundItem background;
+    CtrlGroupItem controls;
+    ProbeControl a{"a", log, Rect{0, 0, 10, 10}, kColourA};
+    ProbeControl b{"b", log, Rect{0, 0, 16, 16}, kColourB};
+};
+
+// --- redraw ---
+
+TEST_F(OffscreenWindowTest, AFullPaintShowsTheBackgroundWithTheControlsOverIt)
+{
+    for (int y = 0; y < 48; ++y)
+    {
+        for (int x = 0; x < 64; ++x)
+        {
+            const bool in_a = x >= 4 && x < 14 && y >= 4 && y < 14;
+            const bool in_b = x >= 30 && x < 46 && y >= 20 && y < 36;
+            const std::uint32_t expected = in_b ? kColourB : in_a ? kColourA : background_at(x, y);
+            ASSERT_EQ(screen_at(x, y), expected) << x << "," << y;
+        }
+    }
+}
+
+TEST_F(OffscreenWindowTest, InvalidateBecomesExactlyOneRedrawOfTheAreaInTilesColumnByColumn)
+{
+    EXPECT_EQ(a.request_redraw(), 0);
+    EXPECT_EQ(window.get_dirty(), (Rect{4, 4, 14, 14}));
+    EXPECT_EQ(window.paint(), (Rect{4, 4, 14, 14}));
+    EXPECT_EQ(log, (Log{"a begin 4,4,14,14", "a redraw 4,4,12,12", "a redraw 4,12,12,14", "a redraw 12,4,14,12",
+                        "a redraw 12,12,14,14", "a end 4,4,14,14"}));
+    log.clear();
+    EXPECT_TRUE(window.paint().is_empty());
+    EXPECT_TRUE(log.empty());
+}
+
+TEST_F(OffscreenWindowTest, EachTileIsDrawnBackgroundFirstBeforeItReachesTheScreen)
+{
+    // Redraw a margin around a: the background comes back around a and a lies
+    // on top, in every tile.
+    const Rect dirty{2, 2, 16, 16};
+    a.handle_message(Invalidate(dirty));
+    window.paint();
+    for (int y = 0; y < 20; ++y)
+    {
+        for (int x = 0; x < 20; ++x)
+        {
+            const bool in_a = x >= 4 && x < 14 && y >= 4 && y < 14;
+            ASSERT_EQ(screen_at(x, y), in_a ? kColourA : background_at(x, y)) << x << "," << y;
+        }
+    }
+}
+
+TEST_F(OffscreenWindowTest, RequestsAreClippedToTheContentAndGatheredIntoOnePaint)
+{
+    b.handle_message(Invalidate(Rect{60, 40, 80, 60}));
+    EXPECT_EQ(window.get_dirty(), (Rect{60, 40, 64, 48}));
+    a.request_redraw();
+    EXPECT_EQ(window.paint(), (Rect{4, 4, 64, 48}));
+    EXPECT_EQ(std::count(log.begin(), log.end(), "a begin 4,4,64,48"), 1);
+    EXPECT_EQ(std::count(log.begin(), log.end(), "b begin 4,4,64,48"), 1);
+    log.clear();
+    EXPECT_EQ(a.handle_message(Invalidate(Rect{70, 0, 90, 10})), 0);
+    EXPECT_TRUE(window.paint().is_empty());
+    EXPECT_TRUE(log.empty());
+}
+
+TEST_F(OffscreenWindowTest, HiddenControlsLeaveTheBackgroundShowing)
+{
+    a.handle_message(ShowObject(false));
+    window.paint_all();
+    EXPECT_EQ(screen_at(5, 5), background_at(5, 5));
+    EXPECT_EQ(screen_at(31, 21), kColourB);
+}
+
+// --- capture ---
+
+TEST_F(OffscreenWindowTest, ACapturingControlGetsEveryMouseMessageUntilItLetsGo)
+{
+    a.capture_mode = capture_mode::plain;
+    window.press(5, 5, mouse_button::left);
+    EXPECT_EQ(a.capture_result, 0);
+    EXPECT_TRUE(window.holds_capture());
+    EXPECT_EQ(window.use_capture_handler(), &a);
+    window.move(35, 25);
+    window.wheel(36, 26, 1.0f);
+    window.release(35, 25, mouse_button::left);
+    EXPECT_EQ(a.release_result, 0);
+    EXPECT_FALSE(window.holds_capture());
+    EXPECT_EQ(window.use_capture_handler(), nullptr);
+    window.move(35, 25);
+    EXPECT_EQ(log, (Log{"a highlight", "a click 5,5 b1 d0", "a move 35,25", "a wheel 1.000000",
+                        "a click 35,25 b0 d0", "a lost", "b move 35,25"}));
+    EXPECT_TRUE(window.is_cursor_visible());
+}
+
+TEST_F(OffscreenWindowTest, ANewCaptureTellsTheEarlierHolderAndOnlyTheHolderMayRelease)
+{
+    a.capture_mode = capture_mode::plain;
+    window.press(5, 5, mouse_button::left);
+    EXPECT_EQ(b.handle_message(MouseRelease(&b)), -1);
+    EXPECT_EQ(b.handle_message(MouseCapture(&b, capture_mode::hidden)), 0);
+    EXPECT_EQ(window.use_capture_handler(), &b);
+    EXPECT_FALSE(window.is_cursor_visible());
+    EXPECT_EQ(log.back(), "a lost");
+    EXPECT_EQ(a.handle_message(MouseRelease(&a)), -1);
+    // The platform takes the mouse away: the holder hears of it, the cursor comes back.
+    window.take_capture_away();
+    EXPECT_EQ(log.back(), "b lost");
+    EXPECT_EQ(window.use_capture_handler(), nullptr);
+    EXPECT_TRUE(window.is_cursor_visible());
+}
+
+TEST_F(OffscreenWindowTest, EndlessDragDeliversMotionAndTakesTheCursorBackToTheOrigin)
+{
+    a.capture_mode = capture_mode::relative;
+    window.set_time(10.0);
+    window.press(5, 5, mouse_button::left);
+    EXPECT_FALSE(window.is_cursor_visible());
+    log.clear();
+    window.move(5, 0);
+    window.set_time(10.2);
+    window.move(5, -3);
+    // Not yet 250 ms: the cursor stays where the user left it.
+    EXPECT_EQ(window.get_cursor().y, -3);
+    window.set_time(10.3);
+    window.move(5, -10);
+    EXPECT_EQ(window.get_cursor().x, 5);
+    EXPECT_EQ(window.get_cursor().y, 5);
+    // From the origin again; no second warp within 100 ms.
+    window.move(5, 3);
+    window.set_time(10.35);
+    window.move(6, 1);
+    EXPECT_EQ(window.get_cursor().y, 1);
+    window.release(6, 1, mouse_button::left);
+    EXPECT_EQ(log, (Log{"a move 0,-5", "a move 0,-3", "a move 0,-7", "a move 0,-2", "a move 1,-2",
+                        "a click 0,0 b0 d0", "a lost"}));
+    // Released after 250 ms without a position: back to where the drag began.
+    EXPECT_EQ(window.get_cursor().x, 5);
+    EXPECT_EQ(window.get_cursor().y, 5);
+    EXPECT_TRUE(window.is_cursor_visible());
+}
+
+TEST_F(OffscreenWindowTest, AShortEndlessDragNeverMovesTheCursor)
+{
+    a.capture_mode = capture_mode::relative;
+    window.set_time(3.0);
+    window.press(5, 5, mouse_button::left);
+    window.set_time(3.2);
+    window.release(7, 9, mouse_button::left);
+    EXPECT_EQ(window.get_cursor().x, 7);
+    EXPECT_EQ(window.get_cursor().y, 9);
+    EXPECT_TRUE(window.is_cursor_visible());
+}
+
+TEST_F(OffscreenWindowTest, AReleaseCanNameWhereTheCursorEnds)
+{
+    window.set_time(1.0);
+    window.press(5, 5, mouse_button::left);
+    ASSERT_EQ(a.handle_message(MouseCapture(&a, capture_mode::relative)), 0);
+    window.set_time(2.0);
+    EXPECT_EQ(a.handle_message(MouseRelease(&a, 40, 30)), 0);
+    EXPECT_EQ(window.get_cursor().x, 40);
+    EXPECT_EQ(window.get_cursor().y, 30);
+}
+
+TEST_F(OffscreenWindowTest, ButtonMasksFollowTheButtonsAndADoubleClickIsMarked)
+{
+    window.press(5, 5, mouse_button::left);
+    window.press(5, 5, mouse_button::right, modifier_key::shift);
+    window.release(5, 5, mouse_button::left);
+    window.release(5, 5, mouse_button::right);
+    window.double_click(5, 5, mouse_button::left);
+    // The ladder counts any click with a button still down as a press.
+    EXPECT_EQ(log, (Log{"a highlight", "a click 5,5 b1 d0", "a highlight", "a click 5,5 b3 d0", "a highlight",
+                        "a click 5,5 b2 d0", "a click 5,5 b0 d0", "a highlight", "a click 5,5 b1 d1"}));
+}
+
+TEST_F(OffscreenWindowTest, DirectMoveSubscribersGetEveryMotionRelativeToThemselves)
+{
+    EXPECT_EQ(a.handle_message(MouseDirectCapture(&a)), 0);
+    EXPECT_EQ(a.handle_message(MouseDirectCapture(&a)), 0);
+    window.move(35, 25);
+    EXPECT_EQ(a.handle_message(MouseDirectRelease(&a)), 0);
+    window.move(36, 25);
+    EXPECT_EQ(log, (Log{"a direct 31,21", "b move 35,25", "b move 36,25"}));
+}
+
+// --- timers ---
+
+TEST_F(OffscreenWindowTest, TimersFireFromThePlatformTimerUntilClearedOrTheWindowCloses)
+{
+    window.set_time(1.0);
+    std::uint32_t id = 0;
+    EXPECT_EQ(a.handle_message(SetTimer(&a, 0.03f, id)), 0);
+    window.run_timers(0.1);
+    const std::string fired = "a notify " + std::to_string(id);
+    EXPECT_EQ(std::count(log.begin(), log.end(), fired), 4);
+    EXPECT_EQ(a.handle_message(ClearTimer(id)), 0);
+    EXPECT_EQ(a.handle_message(ClearTimer(id)), -1);
+    window.run_timers(0.1);
+    EXPECT_EQ(std::count(log.begin(), log.end(), fired), 4);
+
+    std::uint32_t second = 0;
+    a.handle_message(SetTimer(&a, 0.03f, second));
+    window.close();
+    EXPECT_FALSE(window.use_timers().is_active(second));
+}
+
+// --- menus, text fields, closing ---
+
+TEST_F(OffscreenWindowTest, TextFieldsAndMenusAreRecordedAndAnsweredAsThePlatformWould)
+{
+    EXPECT_EQ(a.handle_message(TextInputRequest(&a, Rect{0, 0, 40, 10}, "120")), 0);
+    EXPECT_TRUE(window.is_text_input_open());
+    // A second request first finishes the open field, as cancelled.
+    EXPECT_EQ(b.handle_message(TextInputRequest(&b, Rect{0, 0, 40, 10}, "7")), 0);
+    // A press anywhere takes the focus away from the field, which accepts it.
+    window.press(60, 2, mouse_button::left);
+    EXPECT_EQ(log, (Log{"a text 120 cancelled", "b text 7 accepted"}));
+    EXPECT_EQ(b.handle_message(TextInputStop()), -1);
+    EXPECT_EQ(window.use_text_requests().size(), 2u);
+
+    EXPECT_EQ(a.handle_message(MenuRequest(nullptr, 3, 4)), 0);
+    EXPECT_EQ(window.use_menu_requests().at(0).get_offset_y(), 4);
+    EXPECT_EQ(a.handle_message(MenuStop()), 0);
+    EXPECT_EQ(a.handle_message(MenuStop()), -1);
+}
+
+TEST_F(OffscreenWindowTest, ClosingHidesTheTreeAndAClosedWindowRefusesEverything)
+{
+    window.disconnect_tree();
+    EXPECT_EQ(log, (Log{"a hide", "b hide"}));
+    EXPECT_FALSE(controls.is_visible());
+    window.close();
+    EXPECT_EQ(window.use_screen(), nullptr);
+    EXPECT_EQ(a.handle_message(Invalidate(Rect{0, 0, 1, 1})), -1);
+    std::uint32_t id = 0;
+    EXPECT_EQ(a.handle_message(SetTimer(&a, 0.1f, id)), -1);
+    log.clear();
+    window.press(5, 5, mouse_button::left);
+    EXPECT_TRUE(log.empty());
+    // And it opens again.
+    open();
+    EXPECT_EQ(screen_at(5, 5), kColourA);
+}
+
+TEST_F(OffscreenWindowTest, ATreeLetGoOfByItsWindowRefusesUpMessages)
+{
+    CtrlGroupItem root;
+    ProbeControl c{"c", log, Rect{0, 0, 4, 4}};
+    root.add_control(c);
+    {
+        OffscreenWindow short_lived(16, 16);
+        short_lived.set_control_root(&root);
+        short_lived.open(nullptr);
+        EXPECT_EQ(root.use_parent(), &short_lived);
+        EXPECT_EQ(c.handle_message(ClearTimer(1)), -1);
+        std::uint32_t id = 0;
+        EXPECT_EQ(c.handle_message(SetTimer(&c, 1.0f, id)), 0);
+        short_lived.set_control_root(nullptr);
+    }
+    EXPECT_EQ(root.use_parent(), nullptr);
+    EXPECT_EQ(c.handle_message(ClearTimer(1)), -1);
+}
+
+}  // namespace
+}  // namespace gadu

@@ -1,0 +1,133 @@
+#pragma once
+
+// A control for the tree's tests: it writes what reaches it into a shared log,
+// paints its hit rectangle in one colour and answers clicks as told.
+
+#include "gadu/ControlInterface.h"
+#include "gadu/GraphicMessage.h"
+#include "gadu/KeyboardMessage.h"
+#include "gadu/MouseMessage.h"
+#include "gadu/RenderingBufferInterface.h"
+#include "gadu/TimerMessage.h"
+
+#include <string>
+#include <vector>
+
+namespace gadu_test
+{
+
+using Log = std::vector<std::string>;
+
+inline std::string describe(const gadu::Rect& r)
+{
+    return std::to_string(r.x1) + "," + std::to_string(r.y1) + "," + std::to_string(r.x2) + "," +
+           std::to_string(r.y2);
+}
+
+// Fills the part of area that lies in the tile (both in window pixels) in a
+// buffer whose pixel (0, 0) shows the tile's top-left corner.
+inline void fill_tile(gadu::RenderingBufferInterface& buffer, const gadu::Rect& tile, const gadu::Rect& area,
+                      std::uint32_t colour)
+{
+    const gadu::Rect part = area.intersected(tile);
+    for (std::int32_t y = part.y1; y < part.y2; ++y)
+    {
+        for (std::int32_t x = part.x1; x < part.x2; ++x)
+        {
+            std::uint8_t* p = buffer.pixels() + 4 * ((y - tile.y1) * buffer.get_width() + (x - tile.x1));
+            for (int c = 0; c < 4; ++c)
+            {
+                p[c] = static_cast<std::uint8_t>(colour >> (8 * c));
+            }
+        }
+    }
+}
+
+class ProbeControl : public gadu::ControlInterface
+{
+public:
+    ProbeControl(std::string name, Log& log, const gadu::Rect& hit, std::uint32_t colour = 0)
+        : _name(std::move(name)), _log(log), _colour(colour)
+    {
+        set_hit_rect(hit);
+    }
+
+    std::int32_t on_mouse_click(const gadu::MouseClick& m) override
+    {
+        note("click " + std::to_string(m.get_x()) + "," + std::to_string(m.get_y()) + " b" +
+             std::to_string(m.get_buttons()) + " d" + std::to_string(m.get_double_click()));
+        if (m.get_buttons() != 0 && capture_mode >= 0)
+        {
+            capture_result = handle_message(gadu::MouseCapture(this, capture_mode));
+        }
+        if (m.get_buttons() == 0 && capture_mode >= 0)
+        {
+            release_result = handle_message(gadu::MouseRelease(this));
+        }
+        return click_answer;
+    }
+    std::int32_t on_mouse_move(const gadu::MouseMove& m) override
+    {
+        note("move " + std::to_string(m.get_x()) + "," + std::to_string(m.get_y()));
+        return 1;
+    }
+    std::int32_t on_mouse_wheel_move(const gadu::MouseWheelMove& m) override
+    {
+        note("wheel " + std::to_string(m.get_delta()));
+        return 1;
+    }
+    std::int32_t on_mouse_direct_move(const gadu::MouseDirectMove& m) override
+    {
+        note("direct " + std::to_string(m.get_x()) + "," + std::to_string(m.get_y()));
+        return 0;
+    }
+    std::int32_t on_mouse_capture_lost(const gadu::MouseCaptureLost&) override
+    {
+        note("lost");
+        return 0;
+    }
+    std::int32_t on_redraw_begin(const gadu::RedrawBegin& m) override
+    {
+        note("begin " + describe(m.get_region()));
+        return 0;
+    }
+    std::int32_t on_redraw(const gadu::Redraw& m) override
+    {
+        note("redraw " + describe(m.get_region()));
+        fill_tile(*m.use_buffer(), m.get_region(), get_hit_rect().moved(get_x(), get_y()), _colour);
+        return 0;
+    }
+    std::int32_t on_redraw_end(const gadu::RedrawEnd& m) override
+    {
+        note("end " + describe(m.get_region()));
+        return 0;
+    }
+    std::int32_t on_notify(const gadu::Notify& m) override
+    {
+        note("notify " + std::to_string(m.get_timer_id()));
+        return 0;
+    }
+    std::int32_t on_text_input_finished(const gadu::TextInputFinished& m) override
+    {
+        note("text " + m.get_text() + (m.is_accepted() ? " accepted" : " cancelled"));
+        return 0;
+    }
+    void on_hide() override { note("hide"); }
+    void set_highlight(bool on) override { note(on ? "highlight" : "unhighlight"); }
+
+    // What the next click answers; with a capture mode a press captures the
+    // mouse in that mode and a release lets it go.
+    std::int32_t click_answer = 1;
+    std::int32_t capture_mode = -1;
+    std::int32_t capture_result = 99;
+    std::int32_t release_result = 99;
+
+private:
+    void note(const std::string& what) { _log.push_back(_name + " " + what); }
+
+    std::string _name;
+    Log& _log;
+    std::uint32_t _colour;
+};
+
+}  // namespace gadu_test
