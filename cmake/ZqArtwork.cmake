@@ -1,0 +1,50 @@
+# The editor's artwork. tools/artgen draws it at build time (it is never stored
+# in the repository) into <build>/artwork, once per build tree and again only
+# when the generator changes. Whatever needs it links the object library
+# zq_artwork: on Windows a compiled resource script (type "APIC", upper-case
+# names), elsewhere a table that registers itself with sys::ResourceTable. The
+# PNG previews land in <build>/artwork/png.
+set(zq_artwork_dir ${CMAKE_BINARY_DIR}/artwork)
+set(ZQ_FONT_DIR /usr/share/fonts/X11/misc CACHE PATH "Folder of the misc-fixed bitmap fonts")
+
+if(CMAKE_CROSSCOMPILING)
+  # The generator must run on the build machine: build it with the host's
+  # compiler, as a project of its own.
+  include(ExternalProject)
+  find_program(ZQ_HOST_CXX NAMES c++ g++ clang++ REQUIRED)
+  set(zq_artgen ${CMAKE_BINARY_DIR}/artgen-host/artgen)
+  ExternalProject_Add(artgen_host
+    SOURCE_DIR ${ZQ_ROOT}/tools/artgen
+    BINARY_DIR ${CMAKE_BINARY_DIR}/artgen-host
+    CMAKE_ARGS -DCMAKE_CXX_COMPILER=${ZQ_HOST_CXX} -DCMAKE_BUILD_TYPE=Release
+    INSTALL_COMMAND ""
+    BUILD_ALWAYS ON
+    BUILD_BYPRODUCTS ${zq_artgen})
+  set(zq_artgen_depends artgen_host ${zq_artgen})
+else()
+  set(zq_artgen $<TARGET_FILE:artgen>)
+  set(zq_artgen_depends artgen)
+endif()
+
+add_custom_command(
+  OUTPUT ${zq_artwork_dir}/artwork.rc ${zq_artwork_dir}/ArtworkTable.cpp
+  COMMAND ${zq_artgen} ${zq_artwork_dir} ${ZQ_FONT_DIR}
+  DEPENDS ${zq_artgen_depends}
+  COMMENT "Drawing the editor's artwork"
+  VERBATIM)
+
+if(WIN32)
+  enable_language(RC)
+  add_library(zq_artwork OBJECT ${zq_artwork_dir}/artwork.rc)
+else()
+  add_library(zq_artwork OBJECT ${zq_artwork_dir}/ArtworkTable.cpp)
+  target_link_libraries(zq_artwork PUBLIC zq_sys)
+  zq_set_warnings(zq_artwork)
+endif()
+
+# The test programs that look the artwork up.
+foreach(t IN ITEMS test_artgen test_gadu)
+  if(TARGET ${t})
+    target_link_libraries(${t} PRIVATE zq_artwork)
+  endif()
+endforeach()

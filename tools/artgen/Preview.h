@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace artgen
+{
+
+// An RGBA image for looking at the artwork as a user would: APIC resources
+// decoded back into colours, composed and written as PNG.
+class Preview
+{
+public:
+    Preview(int width, int height);
+
+    // Decodes a picture or unicolour font resource (fonts as black ink on
+    // white); throws std::runtime_error on a resource it cannot read.
+    static Preview decode(const std::vector<std::uint8_t>& apic);
+
+    int get_width() const { return _width; }
+    int get_height() const { return _height; }
+    const std::uint8_t* pixel(int x, int y) const { return &_rgba[index(x, y)]; }
+    void set_grey(int x, int y, std::uint8_t v);
+
+    // Draws the image with its top-left corner at (x, y), mixed by its alpha.
+    void compose(const Preview& over, int x, int y);
+    Preview scaled(int factor) const;
+
+    // Writes a PNG; false when the file cannot be written.
+    bool write_png(const std::string& path) const;
+
+private:
+    std::size_t index(int x, int y) const { return (static_cast<std::size_t>(y) * _width + x) * 4; }
+
+    int _width;
+    int _height;
+    std::vector<std::uint8_t> _rgba;
+};
+
+}  // namespace artgen
