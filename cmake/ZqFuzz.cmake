@@ -3,7 +3,7 @@
 #  - in native test builds: corpus_<Name>, which replays tests/fuzz/corpus/<Name>/
 #    as a regression test (under the sanitizers in the asan build).
 file(GLOB zq_fuzz_sources CONFIGURE_DEPENDS ${ZQ_ROOT}/tests/fuzz/*Fuzz.cpp)
-set(zq_fuzz_libs zq_lumo_vst2 zq_zarquette zq_basic zq_sys)
+set(zq_fuzz_libs zq_lumo_vst2 zq_zarquette zq_gadu zq_basic zq_sys)
 
 foreach(src IN LISTS zq_fuzz_sources)
   get_filename_component(stem ${src} NAME_WE)

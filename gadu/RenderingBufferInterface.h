@@ -1,5 +1,7 @@
 #pragma once
 
+#include "gadu/Rect.h"
+
 #include <cstdint>
 
 namespace gadu
@@ -18,14 +20,18 @@ public:
     // Copies the buffer's top-left width x height area to the screen at (x, y).
     virtual void blit(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height) = 0;
 
-    std::int32_t get_width() const { return width_; }
-    std::int32_t get_height() const { return height_; }
+    std::int32_t get_width() const { return _width; }
+    std::int32_t get_height() const { return _height; }
+
+    // The buffer's pixels as a rectangle of a coordinate space whose point
+    // (x, y) lands on the buffer's pixel (0, 0).
+    Rect get_area_at(std::int32_t x, std::int32_t y) const { return Rect::of_size(x, y, _width, _height); }
 
 protected:
-    RenderingBufferInterface(std::int32_t width, std::int32_t height) : width_(width), height_(height) {}
+    RenderingBufferInterface(std::int32_t width, std::int32_t height) : _width(width), _height(height) {}
 
-    std::int32_t width_;
-    std::int32_t height_;
+    std::int32_t _width;
+    std::int32_t _height;
 };
 
 }  // namespace gadu

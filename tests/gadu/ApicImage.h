@@ -1,0 +1,48 @@
+#pragma once
+
+// Builds APIC resources in memory, so the tests need no embedded resource.
+
+#include <cstdint>
+#include <vector>
+
+namespace gadu_test
+{
+
+inline void put_u32(std::vector<std::uint8_t>& bytes, std::size_t at, std::uint32_t v)
+{
+    for (int i = 0; i < 4; ++i)
+    {
+        bytes[at + i] = static_cast<std::uint8_t>(v >> (8 * i));
+    }
+}
+
+// Header of 36 bytes, then the palette (4 bytes an entry, given as 0x00RRGGBB),
+// then the pixels as given.
+inline std::vector<std::uint8_t> make_apic(std::int32_t kind, std::int32_t bits, std::int32_t width,
+                                           std::int32_t height, const std::vector<std::uint32_t>& palette,
+                                           const std::vector<std::uint8_t>& pixels)
+{
+    const std::size_t palette_at = 36;
+    const std::size_t pixels_at = palette_at + 4 * palette.size();
+    std::vector<std::uint8_t> bytes(pixels_at + pixels.size());
+    put_u32(bytes, 0, 0xFFFFFFFFu);
+    put_u32(bytes, 4, 36);
+    put_u32(bytes, 8, static_cast<std::uint32_t>(kind));
+    put_u32(bytes, 12, static_cast<std::uint32_t>(bits));
+    put_u32(bytes, 16, static_cast<std::uint32_t>(width));
+    put_u32(bytes, 20, static_cast<std::uint32_t>(height));
+    put_u32(bytes, 24, static_cast<std::uint32_t>(palette.size()));
+    put_u32(bytes, 28, static_cast<std::uint32_t>(pixels_at));
+    put_u32(bytes, 32, static_cast<std::uint32_t>(palette_at));
+    for (std::size_t i = 0; i < palette.size(); ++i)
+    {
+        put_u32(bytes, palette_at + 4 * i, palette[i]);
+    }
+    for (std::size_t i = 0; i < pixels.size(); ++i)
+    {
+        bytes[pixels_at + i] = pixels[i];
+    }
+    return bytes;
+}
+
+}  // namespace gadu_test
