@@ -42,6 +42,25 @@ else()
   zq_set_warnings(zq_artwork)
 endif()
 
+# The contact sheet, drawn through the toolkit (native builds only), and the
+# check that it comes out the same on every run.
+if(TARGET artsheet)
+  set(zq_contact_sheet ${zq_artwork_dir}/png/contact-sheet.png)
+  add_custom_command(
+    OUTPUT ${zq_contact_sheet}
+    COMMAND artsheet ${zq_contact_sheet}
+    DEPENDS artsheet
+    COMMENT "Composing the artwork's contact sheet"
+    VERBATIM)
+  add_custom_target(artwork_contact_sheet ALL DEPENDS ${zq_contact_sheet})
+  if(ZQ_BUILD_TESTS)
+    add_test(NAME artwork_contact_sheet_is_deterministic
+             COMMAND sh -c "\"$1\" a.png && \"$1\" b.png && cmp a.png b.png" sh $<TARGET_FILE:artsheet>
+             WORKING_DIRECTORY ${CMAKE_BINARY_DIR})
+    set_tests_properties(artwork_contact_sheet_is_deterministic PROPERTIES LABELS unit)
+  endif()
+endif()
+
 # The test programs that look the artwork up.
 foreach(t IN ITEMS test_artgen test_gadu)
   if(TARGET ${t})

@@ -73,6 +73,18 @@ Preview Preview::decode(const std::vector<std::uint8_t>& b)
     return out;
 }
 
+Preview Preview::from_bgrx(int width, int height, const std::uint8_t* pixels)
+{
+    Preview out(width, height);
+    for (std::size_t i = 0; i < static_cast<std::size_t>(width) * height; ++i)
+    {
+        out._rgba[4 * i] = pixels[4 * i + 2];
+        out._rgba[4 * i + 1] = pixels[4 * i + 1];
+        out._rgba[4 * i + 2] = pixels[4 * i];
+    }
+    return out;
+}
+
 void Preview::set_grey(int x, int y, std::uint8_t v)
 {
     std::uint8_t* d = &_rgba[index(x, y)];

@@ -17,6 +17,9 @@ public:
     // Decodes a picture or unicolour font resource (fonts as black ink on
     // white); throws std::runtime_error on a resource it cannot read.
     static Preview decode(const std::vector<std::uint8_t>& apic);
+    // Copies 4-byte pixels in memory order blue, green, red, unused, rows top
+    // to bottom: the toolkit's rendering buffers.
+    static Preview from_bgrx(int width, int height, const std::uint8_t* pixels);
 
     int get_width() const { return _width; }
     int get_height() const { return _height; }
