@@ -7,24 +7,7 @@
 set(zq_artwork_dir ${CMAKE_BINARY_DIR}/artwork)
 set(ZQ_FONT_DIR /usr/share/fonts/X11/misc CACHE PATH "Folder of the misc-fixed bitmap fonts")
 
-if(CMAKE_CROSSCOMPILING)
-  # The generator must run on the build machine: build it with the host's
-  # compiler, as a project of its own.
-  include(ExternalProject)
-  find_program(ZQ_HOST_CXX NAMES c++ g++ clang++ REQUIRED)
-  set(zq_artgen ${CMAKE_BINARY_DIR}/artgen-host/artgen)
-  ExternalProject_Add(artgen_host
-    SOURCE_DIR ${ZQ_ROOT}/tools/artgen
-    BINARY_DIR ${CMAKE_BINARY_DIR}/artgen-host
-    CMAKE_ARGS -DCMAKE_CXX_COMPILER=${ZQ_HOST_CXX} -DCMAKE_BUILD_TYPE=Release
-    INSTALL_COMMAND ""
-    BUILD_ALWAYS ON
-    BUILD_BYPRODUCTS ${zq_artgen})
-  set(zq_artgen_depends artgen_host ${zq_artgen})
-else()
-  set(zq_artgen $<TARGET_FILE:artgen>)
-  set(zq_artgen_depends artgen)
-endif()
+zq_host_tool(artgen)
 
 add_custom_command(
   OUTPUT ${zq_artwork_dir}/artwork.rc ${zq_artwork_dir}/ArtworkTable.cpp

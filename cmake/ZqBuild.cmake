@@ -72,3 +72,27 @@ function(zq_add_library name dir)
     zq_add_tests(${name} ${dir} zq_${name})
   endif()
 endfunction()
+
+# zq_host_tool(name): a generator in tools/<name> that runs during the build.
+# Natively that is the project's own target; a cross build builds it again with
+# the build machine's compiler, as a project of its own. Sets zq_<name> (the
+# program to run) and zq_<name>_depends (what a custom command depends on).
+function(zq_host_tool name)
+  if(CMAKE_CROSSCOMPILING)
+    include(ExternalProject)
+    find_program(ZQ_HOST_CXX NAMES c++ g++ clang++ REQUIRED)
+    set(program ${CMAKE_BINARY_DIR}/${name}-host/${name})
+    ExternalProject_Add(${name}_host
+      SOURCE_DIR ${ZQ_ROOT}/tools/${name}
+      BINARY_DIR ${CMAKE_BINARY_DIR}/${name}-host
+      CMAKE_ARGS -DCMAKE_CXX_COMPILER=${ZQ_HOST_CXX} -DCMAKE_BUILD_TYPE=Release
+      INSTALL_COMMAND ""
+      BUILD_ALWAYS ON
+      BUILD_BYPRODUCTS ${program})
+    set(zq_${name} ${program} PARENT_SCOPE)
+    set(zq_${name}_depends ${name}_host ${program} PARENT_SCOPE)
+  else()
+    set(zq_${name} $<TARGET_FILE:${name}> PARENT_SCOPE)
+    set(zq_${name}_depends ${name} PARENT_SCOPE)
+  endif()
+endfunction()
