@@ -74,6 +74,8 @@ void title(Canvas& c, const Lettering& fonts)
     const BitmapText maker(fonts.label, 1, false);
     paint(c, stroke({26, 70}, {190, 70}, 1.5), black);
     maker.paint(c, 198, 61, "Velnor", black);
+    const BitmapText small(fonts.small, 1, false);
+    small.paint(c, 27, 78, "boucles, chats et vin rouge", black);
 }
 
 void labels(Canvas& c, const Lettering& fonts)
