@@ -60,14 +60,22 @@ bool ApicHeader::read(const std::uint8_t* data, std::size_t size)
 bool ApicHeader::locate(std::int32_t bytes_per_pixel)
 {
     const std::uint64_t count = static_cast<std::uint64_t>(width) * static_cast<std::uint64_t>(height);
-    if (!span_fits(_pixel_offset, count, static_cast<std::uint64_t>(bytes_per_pixel), _size)
-        || !span_fits(_palette_offset, static_cast<std::uint64_t>(palette_entries), 4u, _size))
+    if (!span_fits(_pixel_offset, count, static_cast<std::uint64_t>(bytes_per_pixel), _size))
     {
         return false;
     }
     pixels = _data + _pixel_offset;
-    palette = bits_per_pixel == 8 ? _data + _palette_offset : nullptr;
-    return bits_per_pixel != 8 || palette_indices_fit(bytes_per_pixel);
+    if (bits_per_pixel != 8)
+    {
+        // Without a palette its offset means nothing, whatever it holds.
+        return true;
+    }
+    if (!span_fits(_palette_offset, static_cast<std::uint64_t>(palette_entries), 4u, _size))
+    {
+        return false;
+    }
+    palette = _data + _palette_offset;
+    return palette_indices_fit(bytes_per_pixel);
 }
 
 bool ApicHeader::palette_indices_fit(std::int32_t bytes_per_pixel) const

@@ -47,25 +47,42 @@ std::int32_t Picture::draw(const Rect& region, RenderingBufferInterface& buffer)
                       _source);
 }
 
-std::int32_t Picture::draw_rotated(double x, double y, std::int32_t width, std::int32_t height, double angle,
-                                   RenderingBufferInterface& buffer, float opacity) const
+bool Picture::get_turned_origin(double x, double y, double angle, float& ox, float& oy) const
 {
-    if (_pic == nullptr)
-    {
-        return 0;
-    }
     if (!(std::fabs(angle) >= 1e-9))
     {
-        // Not turned at all (or no angle, for NaN): a plain placement.
-        return draw_at(x, y, width, height, buffer, opacity);
+        return false;
     }
     const Rect hit = get_hit_rect();
     const double c = std::cos(angle);
     const double s = std::sin(angle);
-    const double ox = x * c - y * s - hit.x1;
-    const double oy = x * s + y * c - hit.y1;
-    return _pic->draw_rotated_faded(static_cast<float>(ox), static_cast<float>(oy), width, height,
-                                    static_cast<float>(angle), buffer, _source, opacity);
+    ox = static_cast<float>(x * c - y * s - hit.x1);
+    oy = static_cast<float>(x * s + y * c - hit.y1);
+    return true;
+}
+
+std::int32_t Picture::draw_rotated(double x, double y, std::int32_t width, std::int32_t height, double angle,
+                                   RenderingBufferInterface& buffer) const
+{
+    float ox = 0.0f;
+    float oy = 0.0f;
+    if (_pic == nullptr || !get_turned_origin(x, y, angle, ox, oy))
+    {
+        return draw_at(x, y, width, height, buffer);
+    }
+    return _pic->draw_rotated(ox, oy, width, height, static_cast<float>(angle), buffer, _source);
+}
+
+std::int32_t Picture::draw_rotated(double x, double y, std::int32_t width, std::int32_t height, double angle,
+                                   RenderingBufferInterface& buffer, float opacity) const
+{
+    float ox = 0.0f;
+    float oy = 0.0f;
+    if (_pic == nullptr || !get_turned_origin(x, y, angle, ox, oy))
+    {
+        return draw_at(x, y, width, height, buffer, opacity);
+    }
+    return _pic->draw_rotated_faded(ox, oy, width, height, static_cast<float>(angle), buffer, _source, opacity);
 }
 
 std::int32_t Picture::draw_at(double x, double y, std::int32_t width, std::int32_t height,

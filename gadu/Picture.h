@@ -37,7 +37,10 @@ public:
     // hot spot lands; angle in radians, counter-clockwise on the screen. An
     // angle too small to turn anything draws a translated copy.
     std::int32_t draw_rotated(double x, double y, std::int32_t width, std::int32_t height, double angle,
-                              RenderingBufferInterface& buffer, float opacity = 1.0f) const;
+                              RenderingBufferInterface& buffer) const;
+    // The same, faded by an opacity in [0, 1].
+    std::int32_t draw_rotated(double x, double y, std::int32_t width, std::int32_t height, double angle,
+                              RenderingBufferInterface& buffer, float opacity) const;
     // (x, y) is the buffer origin's position relative to the hot spot.
     std::int32_t draw_at(double x, double y, std::int32_t width, std::int32_t height,
                          RenderingBufferInterface& buffer, float opacity = 1.0f) const;
@@ -46,6 +49,11 @@ public:
     bool hit_test(std::int32_t x, std::int32_t y) const;
 
 private:
+    // The picture's origin for a turn: the sample point of the buffer's pixel
+    // (0, 0). False when the angle is too small to turn anything (or not a
+    // number): the picture is then placed as it is.
+    bool get_turned_origin(double x, double y, double angle, float& ox, float& oy) const;
+
     const PicDataInterface* _pic = nullptr;
     Rect _source;
 };

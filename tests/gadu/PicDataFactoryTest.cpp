@@ -3,7 +3,6 @@
 #include "gadu/PicData24.h"
 #include "gadu/PicData8.h"
 #include "gadu/PicDataFactory.h"
-#include "sys/ResourceTable.h"
 
 #include "ApicImage.h"
 
@@ -102,21 +101,12 @@ TEST(PicDataFactoryTest, EverythingMustLieInsideTheBytes)
     EXPECT_EQ(make(edited([](Bytes& b) { put_u32(b, 28, 0xFFFFFFF0u); })), nullptr);  // pixel offset
     EXPECT_EQ(make(edited([](Bytes& b) { put_u32(b, 32, 48); })), nullptr);          // palette past the end
     EXPECT_EQ(make(edited([](Bytes& b) { put_u32(b, 4, 1000); })), nullptr);         // header past the end
+    // Kinds without a palette ignore its offset.
+    Bytes direct = make_apic(1, 24, 1, 1, {}, {1, 2, 3, 4});
+    put_u32(direct, 32, 0xFFFFFFFFu);
+    EXPECT_NE(make(direct), nullptr);
     // A pixel naming palette entry 2 of 2.
     EXPECT_EQ(make(edited([](Bytes& b) { b[40 + 4] = 2; })), nullptr);
-}
-
-TEST(PicDataFactoryTest, FindsResourcesByNameInAnyCase)
-{
-    static const Bytes bytes = make_apic(1, 8, 1, 1, {0u}, {0, 9});
-    const sys::ResourceTable::Entry entries[] = {{"APIC", "KN_TEST_SPN", bytes.data(), bytes.size()},
-                                                 {"WAVE", "NOT_A_PIC", bytes.data(), bytes.size()}};
-    const sys::ResourceTable table(entries, 2);
-    EXPECT_NE(PicDataFactory::use_instance().create("kn_test_spn"), nullptr);
-    EXPECT_NE(PicDataFactory::use_instance().create("KN_Test_SPN"), nullptr);
-    EXPECT_EQ(PicDataFactory::use_instance().create("NOT_A_PIC"), nullptr);
-    EXPECT_EQ(PicDataFactory::use_instance().create("missing"), nullptr);
-    EXPECT_EQ(PicDataFactory::use_instance().create(nullptr), nullptr);
 }
 
 }  // namespace
