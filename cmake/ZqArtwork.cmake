@@ -7,23 +7,8 @@
 set(zq_artwork_dir ${CMAKE_BINARY_DIR}/artwork)
 set(ZQ_FONT_DIR /usr/share/fonts/X11/misc CACHE PATH "Folder of the misc-fixed bitmap fonts")
 
-zq_host_tool(artgen)
-
-add_custom_command(
-  OUTPUT ${zq_artwork_dir}/artwork.rc ${zq_artwork_dir}/ArtworkTable.cpp
-  COMMAND ${zq_artgen} ${zq_artwork_dir} ${ZQ_FONT_DIR}
-  DEPENDS ${zq_artgen_depends}
-  COMMENT "Drawing the editor's artwork"
-  VERBATIM)
-
-if(WIN32)
-  enable_language(RC)
-  add_library(zq_artwork OBJECT ${zq_artwork_dir}/artwork.rc)
-else()
-  add_library(zq_artwork OBJECT ${zq_artwork_dir}/ArtworkTable.cpp)
-  target_link_libraries(zq_artwork PUBLIC zq_sys)
-  zq_set_warnings(zq_artwork)
-endif()
+zq_generated_resources(zq_artwork artgen ${zq_artwork_dir} artwork.rc ArtworkTable.cpp
+                       "Drawing the editor's artwork" ${ZQ_FONT_DIR})
 
 # The contact sheet, drawn through the toolkit (native builds only), and the
 # check that it comes out the same on every run.
