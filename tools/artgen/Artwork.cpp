@@ -194,21 +194,14 @@ Canvas knob(const KnobSpec& spec, double extra_deg)
     const Point centre = knob_centre_in_picture(spec);
     const double r = spec.radius;
     // A knurled skirt: teeth every 7 pixels or so around the rim.
-    const int teeth = static_cast<int>(std::lround(2.0 * 3.14159265358979 * r / 7.0));
+    const int teeth = static_cast<int>(std::lround(2.0 * pi * r / 7.0));
     const double rot = knob_pointer_deg(spec) + extra_deg;
-    paint(c, {disc(centre, r - 2.0),
-              Figure{disc(centre, r).box,
-                     [=](double x, double y) {
-                         const double dx = x - centre.x, dy = centre.y - y;
-                         if (dx * dx + dy * dy >= r * r)
-                         {
-                             return false;
-                         }
-                         const double turns = (std::atan2(dy, dx) * 180.0 / 3.14159265358979 - rot) / 360.0;
-                         const double phase = turns * teeth - std::floor(turns * teeth);
-                         return phase > 0.4;
-                     }}},
-          black);
+    std::vector<Figure> body{disc(centre, r - 2.0)};
+    for (int i = 0; i < teeth; ++i)
+    {
+        body.push_back(wedge(centre, r, r - 2.5, rot + (i + 0.7) * 360.0 / teeth, 0.3 * 360.0 / teeth));
+    }
+    paint(c, body, black);
     // The cap, set off from the skirt by a fine white ring.
     paint(c, ring(centre, r * 0.74 + 0.6, r * 0.74 - 0.6), white);
     // The pointer: a broad white bar from near the middle out to the rim,
@@ -240,20 +233,7 @@ Canvas switch_state(int state)
     paint(c, disc(centre, 2.6), white);
     for (const double deg : {30.0, 150.0, 270.0})
     {
-        paint(c,
-              Figure{disc(centre, 10.5).box,
-                     [=](double x, double y) {
-                         const double dx = x - centre.x, dy = centre.y - y;
-                         const double d2 = dx * dx + dy * dy;
-                         if (d2 < 4.0 * 4.0 || d2 > 10.5 * 10.5)
-                         {
-                             return false;
-                         }
-                         double diff = std::atan2(dy, dx) * 180.0 / 3.14159265358979 - deg;
-                         diff -= 360.0 * std::floor((diff + 180.0) / 360.0);
-                         return std::abs(diff) < 30.0;
-                     }},
-              white);
+        paint(c, wedge(centre, 10.5, 4.0, deg, 30.0), white);
     }
     return c;
 }

@@ -9,8 +9,6 @@ namespace artgen
 namespace
 {
 
-constexpr double pi = 3.14159265358979323846;
-
 double distance_to_segment(Point p, Point a, Point b)
 {
     const double dx = b.x - a.x, dy = b.y - a.y;
@@ -43,6 +41,15 @@ Figure ellipse(Point c, double rx, double ry, double angle)
                 const double v = (x - c.x) * sa + (y - c.y) * ca;
                 return (u * u) / (rx * rx) + (v * v) / (ry * ry) < 1.0;
             }};
+}
+
+Figure wedge(Point c, double r_outer, double r_inner, double mid_deg, double half_deg)
+{
+    return intersect(ring(c, r_outer, r_inner), {disc(c, r_outer).box, [=](double x, double y) {
+                                                      double diff = angle_deg(c, x, y) - mid_deg;
+                                                      diff -= 360.0 * std::floor((diff + 180.0) / 360.0);
+                                                      return std::abs(diff) < half_deg;
+                                                  }});
 }
 
 Figure stroke(Point a, Point b, double width)
@@ -165,6 +172,11 @@ void paint(Canvas& canvas, const std::vector<Figure>& fs, double tone, double op
 Point polar(Point c, double r, double deg)
 {
     return {c.x + r * std::cos(deg * pi / 180.0), c.y - r * std::sin(deg * pi / 180.0)};
+}
+
+double angle_deg(Point c, double x, double y)
+{
+    return std::atan2(c.y - y, x - c.x) * 180.0 / pi;
 }
 
 }  // namespace artgen

@@ -7,6 +7,8 @@
 namespace artgen
 {
 
+constexpr double pi = 3.14159265358979323846;
+
 // The shapes the artwork is drawn from, each with the box it lies in.
 struct Point
 {
@@ -22,6 +24,8 @@ struct Figure
 Figure disc(Point c, double r);
 Figure ring(Point c, double r_outer, double r_inner);
 Figure ellipse(Point c, double rx, double ry, double angle = 0.0);
+// The part of a ring within half_deg of the direction mid_deg.
+Figure wedge(Point c, double r_outer, double r_inner, double mid_deg, double half_deg);
 // A line of the given width with round ends.
 Figure stroke(Point a, Point b, double width);
 // A closed polygon, filled by the even-odd rule.
@@ -49,5 +53,7 @@ void paint(Canvas& canvas, const std::vector<Figure>& fs, double tone, double op
 // A direction in picture coordinates from an angle in degrees measured
 // counter-clockwise from the right, as on the screen with y growing downwards.
 Point polar(Point c, double r, double deg);
+// The other way round: the angle in degrees at which (x, y) lies seen from c.
+double angle_deg(Point c, double x, double y);
 
 }  // namespace artgen

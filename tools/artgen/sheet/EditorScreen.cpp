@@ -1,6 +1,7 @@
 #include "EditorScreen.h"
 
 #include "Layout.h"
+#include "Shapes.h"
 
 #include "gadu/FontFactory.h"
 #include "gadu/PicDataFactory.h"
@@ -13,8 +14,6 @@ namespace artgen
 
 namespace
 {
-
-constexpr double two_pi = 6.28318530717958647692;
 
 // Indices into the loaded pictures.
 constexpr int background_pic = 0;
@@ -78,7 +77,7 @@ void EditorScreen::draw_knob(gadu::MemoryRenderingBuffer& buffer, int knob, doub
 {
     const double turns = value * knob_angle_span + knob_specs[knob].angle_offset;
     _pictures[static_cast<std::size_t>(first_knob_pic + knob)].draw_rotated(
-        -x, -y, buffer.get_width(), buffer.get_height(), two_pi * turns, buffer);
+        -x, -y, buffer.get_width(), buffer.get_height(), 2.0 * pi * turns, buffer);
 }
 
 void EditorScreen::draw_switch(gadu::MemoryRenderingBuffer& buffer, int state, std::int32_t x, std::int32_t y) const
