@@ -40,6 +40,9 @@ void rounded_rect(Canvas& c, double x1, double y1, double x2, double y2, double 
 void knob_scale(Canvas& c, const KnobSpec& k, const PcfFont& small)
 {
     const Point centre{k.centre_x + 0.5, k.centre_y + 0.5};
+    // A shadow to the lower right, as if lit from the upper left: it shows
+    // around the body as a grey crescent whatever the knob's angle.
+    paint_grey(c, disc({centre.x + 1.5, centre.y + 2.5}, k.radius + 0.5), 0.5);
     const double r_in = k.radius + 3.5;
     const double width = k.radius > 30 ? 1.6 : 1.3;
     for (int i = 0; i <= 10; ++i)
