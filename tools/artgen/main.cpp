@@ -10,7 +10,7 @@
 // OUTPUT_FOLDER/ArtworkTable.cpp and OUTPUT_FOLDER/png/*.png. FONT_FOLDER
 // holds Debian's misc-fixed bitmap fonts. Every run writes the same bytes.
 #include "ArtworkSet.h"
-#include "ContactSheet.h"
+#include "PreviewSheets.h"
 #include "ResourceFiles.h"
 
 #include <algorithm>

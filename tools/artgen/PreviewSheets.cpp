@@ -1,4 +1,4 @@
-#include "ContactSheet.h"
+#include "PreviewSheets.h"
 
 #include "Apic.h"
 #include "Artwork.h"
