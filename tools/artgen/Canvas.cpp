@@ -57,10 +57,6 @@ void Canvas::paint(const Box& box, const Shape& inside, double tone, double opac
 
 void Canvas::blend(int x, int y, double tone, double cover)
 {
-    if (x < 0 || y < 0 || x >= _width || y >= _height || cover <= 0.0)
-    {
-        return;
-    }
     // Straight (not premultiplied) "over": the tone is the mix weighted by
     // how much each layer shows.
     const std::size_t i = index(x, y);

@@ -32,13 +32,12 @@ public:
     // Paints the shape, which lies inside the box, in the tone with the opacity.
     void paint(const Box& box, const Shape& inside, double tone, double opacity = 1.0);
 
+private:
     // The shape's coverage of pixel (x, y), 0 to 1.
     static double coverage(const Shape& inside, int x, int y);
-
     // Paints one pixel with a coverage already known.
     void blend(int x, int y, double tone, double cover);
 
-private:
     std::size_t index(int x, int y) const { return static_cast<std::size_t>(y) * _width + x; }
 
     int _width;

@@ -106,10 +106,12 @@ void FontStrip::draw_glyph(const PcfFont& font, int code)
     const PcfFont::Glyph& g = font.get_glyph(static_cast<std::uint32_t>(code));
     const int cell = get_glyph_width(code);
     // The ink is centred in its cell, so narrow and wide cells space alike.
-    const int x0 = get_glyph_x(code) + (cell - g.width) / 2;
+    const int x0 = get_glyph_x(code) + std::max(0, (cell - g.width) / 2);
     const int rows = std::min(glyph_height, font.get_height());
     for (int y = 0; y < rows; ++y)
     {
+        // Ink wider than its cell (none in the fonts used) is cut at the
+        // cell's edge rather than drawn over the next glyph.
         for (int x = 0; x < g.width && x < cell; ++x)
         {
             if (font.dot(g, x, y))

@@ -27,7 +27,6 @@ public:
     int get_glyph_x(int code) const { return _starts[static_cast<std::size_t>(code)]; }
     // Coverage bytes, strip_height rows of get_width() bytes.
     const std::vector<std::uint8_t>& get_coverage() const { return _coverage; }
-    std::uint8_t at(int x, int y) const { return _coverage[static_cast<std::size_t>(y * _width + x)]; }
 
 private:
     void assign_widths(const PcfFont& font);

@@ -27,7 +27,6 @@ public:
     // not a font of this format.
     explicit PcfFont(const std::string& path);
 
-    int get_ascent() const { return _ascent; }
     int get_height() const { return _ascent + _descent; }
 
     // The glyph of a Unicode code point; absent when the font has none.
