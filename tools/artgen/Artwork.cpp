@@ -141,27 +141,28 @@ void cat(Canvas& c)
 
 void onion(Canvas& c, Point base, double s)
 {
-    std::vector<Point> outline = bezier({base.x, base.y}, {base.x - 1.3 * s, base.y}, {base.x - 0.9 * s, base.y - 1.3 * s},
-                                        {base.x, base.y - 1.9 * s});
-    const std::vector<Point> right = bezier({base.x, base.y - 1.9 * s}, {base.x + 0.9 * s, base.y - 1.3 * s},
-                                            {base.x + 1.3 * s, base.y}, {base.x, base.y});
+    // A squat bulb that narrows to a point at the top.
+    std::vector<Point> outline = bezier({base.x, base.y}, {base.x - 1.7 * s, base.y + 0.1 * s},
+                                        {base.x - 1.2 * s, base.y - 1.4 * s}, {base.x, base.y - 1.9 * s});
+    const std::vector<Point> right = bezier({base.x, base.y - 1.9 * s}, {base.x + 1.2 * s, base.y - 1.4 * s},
+                                            {base.x + 1.7 * s, base.y + 0.1 * s}, {base.x, base.y});
     outline.insert(outline.end(), right.begin(), right.end());
     const Figure body = polygon(outline);
     paint(c, body, white);
     // Shade on the right, in a dither that stays inside the skin.
-    paint_grey(c, intersect(body, ellipse({base.x + 0.55 * s, base.y - 0.6 * s}, 0.6 * s, 0.9 * s)), 0.35);
+    paint_grey(c, intersect(body, ellipse({base.x + 0.75 * s, base.y - 0.6 * s}, 0.7 * s, 0.9 * s)), 0.35);
     paint(c, polyline(outline, 1.6), black);
-    for (const double k : {-0.45, 0.0, 0.45})
+    for (const double k : {-0.55, 0.0, 0.55})
     {
-        paint(c, polyline(bezier({base.x, base.y - 1.85 * s}, {base.x + k * s * 1.4, base.y - 1.2 * s},
-                                 {base.x + k * s * 1.2, base.y - 0.4 * s}, {base.x, base.y - 0.05 * s}, 12),
+        paint(c, polyline(bezier({base.x, base.y - 1.85 * s}, {base.x + k * s * 1.7, base.y - 1.3 * s},
+                                 {base.x + k * s * 1.5, base.y - 0.3 * s}, {base.x, base.y - 0.05 * s}, 12),
                           0.9),
               black);
     }
     paint(c, stroke({base.x, base.y - 1.9 * s}, {base.x + 0.15 * s, base.y - 2.5 * s}, 1.8), black);
     for (const double dx : {-3.0, 0.0, 3.0})
     {
-        paint(c, stroke({base.x, base.y}, {base.x + dx, base.y + 3}, 0.9), black);
+        paint(c, stroke({base.x, base.y}, {base.x + dx, base.y + 2}, 0.9), black);
     }
 }
 
@@ -265,9 +266,9 @@ Canvas background(const Lettering& fonts)
     labels(c, fonts);
     paint(c, stroke({190, 371.5}, {500, 371.5}, 1.5), black);
     wine(c, fonts.small, 200);
-    onion(c, {312, 368}, 13);
-    onion(c, {342, 369}, 16);
-    onion(c, {372, 368}, 12);
+    onion(c, {306, 369}, 12);
+    onion(c, {340, 369}, 15);
+    onion(c, {373, 369}, 11);
     cat(c);
     return c;
 }
