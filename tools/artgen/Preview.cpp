@@ -127,6 +127,20 @@ Preview Preview::scaled(int factor) const
     return out;
 }
 
+Preview Preview::on_grey(std::uint8_t level) const
+{
+    Preview out(_width, _height);
+    for (int y = 0; y < _height; ++y)
+    {
+        for (int x = 0; x < _width; ++x)
+        {
+            out.set_grey(x, y, level);
+        }
+    }
+    out.compose(*this, 0, 0);
+    return out;
+}
+
 bool Preview::write_png(const std::string& path) const
 {
     return stbi_write_png(path.c_str(), _width, _height, 4, _rgba.data(), _width * 4) != 0;

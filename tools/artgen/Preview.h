@@ -29,6 +29,9 @@ public:
     // Draws the image with its top-left corner at (x, y), mixed by its alpha.
     void compose(const Preview& over, int x, int y);
     Preview scaled(int factor) const;
+    // The image composed over an opaque grey of the given level, so that
+    // white shapes with alpha (the drag pointer) show as well as black ones.
+    Preview on_grey(std::uint8_t level) const;
 
     // Writes a PNG; false when the file cannot be written.
     bool write_png(const std::string& path) const;

@@ -43,8 +43,12 @@ bool write_previews(const artgen::ArtworkSet& set, const fs::path& dir)
     bool ok = true;
     for (const artgen::ArtworkSet::Resource& r : set.get_resources())
     {
+        // The whole screen and the strip at their size; the small pictures
+        // magnified, over grey so that their alpha shows.
         const artgen::Preview p = artgen::Preview::decode(r.bytes);
-        ok = p.scaled(r.name == "BKG" || r.name == "FONT_03" ? 1 : 4).write_png((dir / (to_lower(r.name) + ".png")).string()) && ok;
+        const bool large = r.name == "BKG" || r.name == "FONT_03";
+        const artgen::Preview shown = large ? p : p.on_grey(160).scaled(4);
+        ok = shown.write_png((dir / (to_lower(r.name) + ".png")).string()) && ok;
     }
     const double resting[4] = {0.0, 0.0, 0.0, 0.0};
     const double playing[4] = {0.5, 0.8, 0.3, 1.0};
