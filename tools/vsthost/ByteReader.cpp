@@ -69,6 +69,26 @@ bool ByteReader::get_u16_le(std::uint16_t& out)
     return true;
 }
 
+bool ByteReader::get_u16_be(std::uint16_t& out)
+{
+    if (get_remaining() < 2)
+    {
+        return false;
+    }
+    out = static_cast<std::uint16_t>(take(2, true));
+    return true;
+}
+
+bool ByteReader::get_u8(std::uint8_t& out)
+{
+    if (get_remaining() < 1)
+    {
+        return false;
+    }
+    out = static_cast<std::uint8_t>(take(1, true));
+    return true;
+}
+
 bool ByteReader::get_bytes(std::size_t n, const std::uint8_t*& out)
 {
     if (get_remaining() < n)
