@@ -168,9 +168,13 @@ std::intptr_t TestGain::dispatch(PluginOp op, std::int32_t index, std::intptr_t 
         _midi.receive(static_cast<const lumo::vst2::Events*>(ptr));
         return 1;
     case PluginOp::mains_changed:
-        if (value != 0 && _host != nullptr)
+        if (value != 0)
         {
-            _host(&_effect, static_cast<std::int32_t>(lumo::vst2::HostOp::want_midi), 0, 1, nullptr, 0.0f);
+            _midi.reset();
+            if (_host != nullptr)
+            {
+                _host(&_effect, static_cast<std::int32_t>(lumo::vst2::HostOp::want_midi), 0, 1, nullptr, 0.0f);
+            }
         }
         return 0;
     case PluginOp::get_parameter_properties:

@@ -26,6 +26,12 @@ int read_data(char byte)
 
 }  // namespace
 
+void TestGainMidi::reset()
+{
+    _count = 0;
+    _expression = 1.0f;
+}
+
 bool TestGainMidi::accept(const lumo::vst2::MidiEvent& e) const
 {
     if (broken)
@@ -60,10 +66,18 @@ void TestGainMidi::receive(const lumo::vst2::Events* events)
             _pending[_count++] = midi;
         }
     }
-    std::stable_sort(_pending.begin(), _pending.begin() + static_cast<std::ptrdiff_t>(_count),
-                     [](const lumo::vst2::MidiEvent& a, const lumo::vst2::MidiEvent& b) {
-                         return a.delta_frames < b.delta_frames;
-                     });
+    // Hosts deliver events in order, so an insertion sort has little to do;
+    // unlike the library's stable sort it takes no memory on the audio thread.
+    for (std::size_t i = 1; i < _count; ++i)
+    {
+        const lumo::vst2::MidiEvent e = _pending[i];
+        std::size_t j = i;
+        for (; j > 0 && _pending[j - 1].delta_frames > e.delta_frames; --j)
+        {
+            _pending[j] = _pending[j - 1];
+        }
+        _pending[j] = e;
+    }
 }
 
 float TestGainMidi::apply(std::size_t i)

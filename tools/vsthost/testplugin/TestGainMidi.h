@@ -29,6 +29,8 @@ public:
     TestGainMidi() : _echo(capacity) {}
 
     void receive(const lumo::vst2::Events* events);
+    // At resume: no events pending, full expression.
+    void reset();
     // Events due in this block, by offset; apply() each before rendering from its offset on.
     std::size_t get_count() const { return _count; }
     std::int32_t get_offset(std::size_t i) const { return _pending[i].delta_frames; }
