@@ -29,6 +29,7 @@ public:
 
 private:
     std::uint32_t take(std::size_t n, bool big_endian);
+    bool get_number(std::size_t n, bool big_endian, std::uint32_t& out);
 
     const std::uint8_t* _data;
     std::size_t _size;
