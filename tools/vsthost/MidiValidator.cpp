@@ -157,7 +157,8 @@ void MidiValidator::check_bad_data_bytes()
 void MidiValidator::check_missing_status()
 {
     const std::string fault = play_stream(128 * 4, messages_per_block / 4, [](std::size_t i) {
-        return Message{byte(static_cast<int>(i / 4)), byte(static_cast<int>(i % 128)), byte(127 - static_cast<int>(i % 128))};
+        const auto data = static_cast<int>(i % 128);
+        return Message{byte(static_cast<int>(i / 4)), byte(data), byte(127 - data)};
     });
     expect_clean("MIDI junk: status bytes below 0x80", fault, "every status byte 0x00..0x7F");
 }

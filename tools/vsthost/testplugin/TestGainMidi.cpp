@@ -106,9 +106,8 @@ void TestGainMidi::finish_block(lumo::vst2::AEffect* effect, lumo::vst2::HostCal
         // and is echoed there.
         // (The broken build's sum wraps rather than overflows: its fault is
         // the offset, not undefined behaviour.)
-        const std::int32_t offset =
-            broken ? static_cast<std::int32_t>(static_cast<std::uint32_t>(e.delta_frames) + static_cast<std::uint32_t>(frames))
-                   : std::min(e.delta_frames, frames - 1);
+        const auto late = static_cast<std::uint32_t>(e.delta_frames) + static_cast<std::uint32_t>(frames);
+        const std::int32_t offset = broken ? static_cast<std::int32_t>(late) : std::min(e.delta_frames, frames - 1);
         _echo.add(offset, static_cast<std::uint8_t>(e.midi_data[0]), static_cast<std::uint8_t>(e.midi_data[1]),
                   static_cast<std::uint8_t>(e.midi_data[2]));
     }

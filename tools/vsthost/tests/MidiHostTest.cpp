@@ -281,7 +281,8 @@ TEST(RenderMidi, AMalformedMidiFileStopsTheRenderWithItsError)
     std::ostringstream log;
     try
     {
-        vsthost::RenderCommand::run({VSTHOST_TESTGAIN, "-o", "midi-test.wav", "--midi-in", "midi-test-bad.mid"}, log);
+        vsthost::RenderCommand::run({VSTHOST_TESTGAIN, "-o", "midi-test.wav", "--midi-in", "midi-test-bad.mid"},
+                                    log);
         FAIL() << "rendered with a broken MIDI file";
     }
     catch (const std::runtime_error& e)
