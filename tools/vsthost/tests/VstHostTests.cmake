@@ -51,6 +51,7 @@ vsthost_e2e(preset_load_bank_params "loaded bank of parameter programs.*\"Gain\"
   ARGS preset load ${params} e2e-params.fxb)
 vsthost_e2e(preset_wrong_kind "stores a chunk but the plug-in uses parameters" FIXTURE_REQUIRED vsthost_fxp
   ARGS preset load ${params} e2e-inverted.fxp)
+vsthost_e2e(info_midi "receiveVstEvents: yes \\(1\\)\n  receiveVstMidiEvent: yes" ARGS info ${gain})
 vsthost_e2e(render_midi "played 64 MIDI events into the plug-in\nwrote 64 MIDI events from the plug-in to e2e-echo.mid"
   ARGS render ${gain} -o e2e-midi.wav --length 2 --midi-in ${midi_corpus}/nrpn_sweep.mid --midi-out e2e-echo.mid
   --automation-out e2e-midi.csv)
