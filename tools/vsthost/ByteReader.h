@@ -18,6 +18,8 @@ public:
     bool get_float_be(float& out);
     bool get_u32_le(std::uint32_t& out);
     bool get_u16_le(std::uint16_t& out);
+    bool get_u16_be(std::uint16_t& out);
+    bool get_u8(std::uint8_t& out);
     // Points out at the next n bytes and moves past them.
     bool get_bytes(std::size_t n, const std::uint8_t*& out);
     bool skip(std::size_t n);
@@ -27,6 +29,19 @@ public:
 
 private:
     std::uint32_t take(std::size_t n, bool big_endian);
+    bool get_number(std::size_t n, bool big_endian, std::uint32_t& out);
+    // A number of fewer than four bytes, as wide as out.
+    template <typename T>
+    bool get_narrow(bool big_endian, T& out)
+    {
+        std::uint32_t v = 0;
+        if (!get_number(sizeof out, big_endian, v))
+        {
+            return false;
+        }
+        out = static_cast<T>(v);
+        return true;
+    }
 
     const std::uint8_t* _data;
     std::size_t _size;
