@@ -14,13 +14,19 @@ SettingAutoload::SettingAutoload(const std::string& base_path) : _base_path(base
 
 int SettingAutoload::autoload(basic::SettingMgrInterface& mgr) const
 {
+    std::string path;
+    return find_file(path) ? mgr.load(path) : 0;
+}
+
+bool SettingAutoload::find_file(std::string& path) const
+{
     std::string enabled;
     if (read_value("LatestConfigAutoload", enabled) != 0 || enabled.empty() || enabled[0] == '0')
     {
-        return 0;
+        path.clear();
+        return false;
     }
-    std::string path;
-    return read_value("LatestConfigFile", path) == 0 ? mgr.load(path) : 0;
+    return read_value("LatestConfigFile", path) == 0;
 }
 
 int SettingAutoload::read_value(const char* name, std::string& value) const
