@@ -3,7 +3,6 @@
 #include "basic/SettingMgrInterface.h"
 #include "sys/PersistentKeyList.h"
 
-#include <stdexcept>
 
 namespace lumo
 {
@@ -37,8 +36,10 @@ int SettingAutoload::read_value(const char* name, std::string& value) const
         const sys::PersistentKeyList key(_base_path + "/Autoload/", false);
         return key.get_string(name, value);
     }
-    catch (const std::runtime_error&)
+    catch (...)
     {
+        // Whatever the key store throws (a missing key, an allocation failure
+        // of the platform's store) only means the choice cannot be read.
         value.clear();
         return -1;
     }

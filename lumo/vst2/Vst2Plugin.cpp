@@ -63,9 +63,6 @@ Vst2Plugin::Vst2Plugin(vst2::HostCallback host, DspInterface* dsp, GuiInterface*
     set_flag(vst2::effect_flags::is_synth,
              equals_ignoring_case(dsp->get_setting_str(setting_key::plugin_category).c_str(), "instrument"));
     set_unique_id(unique_id);
-    // Only a fully built adapter owns the audio side and the editor: when the
-    // construction fails, they stay with the caller.
-    _owns_sides = true;
 }
 
 Vst2Plugin::~Vst2Plugin()

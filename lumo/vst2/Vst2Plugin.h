@@ -33,11 +33,17 @@ class NormalizedParamInterface;
 class Vst2Plugin : public AudioEffectX, public PluginCmdInterface
 {
 public:
-    // Owns dsp, gui (may be null) and the audio side's background task once
-    // constructed; copies bank.
+    // Owns the audio side's background task; dsp and gui (may be null) only
+    // after take_sides(). Copies bank.
     Vst2Plugin(vst2::HostCallback host, DspInterface* dsp, GuiInterface* gui, MidiReceiverInterface* midi_receiver,
                const BankManager& bank, std::int32_t unique_id);
     ~Vst2Plugin() override;
+
+    // From now on the adapter deletes the audio side and the editor. Called by
+    // whoever built them, once the whole adapter (derived classes included)
+    // stands, at the moment it lets go of them itself: a construction that
+    // fails part way leaves them with that caller, and only there.
+    void take_sides() { _owns_sides = true; }
 
     // Start-up and teardown steps, run by the entry point and the destructor.
     void init_step();

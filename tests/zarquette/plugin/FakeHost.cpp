@@ -4,6 +4,7 @@
 #include "zarquette/plugin/ZarquetteRecipe.h"
 
 #include <cstring>
+#include <stdexcept>
 
 namespace
 {
@@ -79,6 +80,10 @@ std::intptr_t FakeHost::answer(std::int32_t opcode, std::int32_t index, std::int
     case HostOp::get_num_automatable_parameters:
         return automatable_params;
     case HostOp::get_vendor_string:
+        if (fail_vendor_request)
+        {
+            throw std::runtime_error("FakeHost: vendor string refused");
+        }
         copy_out(ptr, vendor);
         return 1;
     case HostOp::get_product_string:

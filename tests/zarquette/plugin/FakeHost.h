@@ -36,6 +36,9 @@ public:
     std::string product = "Test Host";
     std::string directory;
     bool can_size_window = false;
+    // Throws from the vendor string request: the Windows adapter asks it in
+    // its constructor, after its base has been built.
+    bool fail_vendor_request = false;
 
     // What the plug-in sent last.
     std::atomic<int> last_automated_index{-1};

@@ -51,6 +51,19 @@ TEST(ZarquetteEntry, AHostWithATempoLeadsTheTempoParameter)
     FakeHost::close_plugin(effect);
 }
 
+// The audio side and the editor must be freed exactly once when building
+// the adapter fails half way (the sanitizer build sees a second free or a leak).
+TEST(ZarquetteEntry, AFailureAfterTheAdaptersBaseFreesEverythingOnce)
+{
+    FakeHost host;
+    host.fail_vendor_request = true;
+    EXPECT_EQ(host.open_plugin(), nullptr);
+    host.fail_vendor_request = false;
+    lumo::vst2::AEffect* effect = host.open_plugin();
+    ASSERT_NE(effect, nullptr);
+    FakeHost::close_plugin(effect);
+}
+
 using ZarquettePlugin = PluginFixture;
 
 TEST_F(ZarquettePlugin, RecordDescribesTheEffect)
