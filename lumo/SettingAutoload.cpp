@@ -3,7 +3,6 @@
 #include "basic/SettingMgrInterface.h"
 #include "sys/PersistentKeyList.h"
 
-
 namespace lumo
 {
 
