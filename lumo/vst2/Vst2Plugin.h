@@ -5,6 +5,7 @@
 #include "lumo/BankManager.h"
 #include "lumo/ParamPriorityList.h"
 #include "lumo/ParamReorder.h"
+#include "lumo/ProgramValueStore.h"
 #include "lumo/PluginCmdInterface.h"
 #include "lumo/vst2/AudioEffectX.h"
 #include "lumo/vst2/GestureQueue.h"
@@ -136,8 +137,11 @@ private:
     bool get_pin_properties(bool inputs, int pin, vst2::PinProperties* props) const;
     bool is_host_index(int index) const { return index >= 0 && index < get_nbr_params(); }
     NormalizedParamInterface& use_host_param(int host_index);
-    // Captures the audio side's name and values into the current program.
+    // Captures the audio side's name and values into the current program
+    // (a chunk carries what the audio side holds).
     void refresh_current_program();
+    // Writes the values parameter changes stored into the current program.
+    void keep_program_values();
     int get_current_index() const;
     void render(float** inputs, float** outputs, int frames, bool adding);
     std::vector<int> get_automation_priorities();
@@ -157,6 +161,7 @@ private:
     ParamReorder _reorder;
     std::vector<std::uint8_t> _chunk;
     GestureQueue _gestures;
+    ProgramValueStore _program_values;
     bool _owns_sides = false;
 };
 

@@ -226,6 +226,52 @@ TEST_F(ZarquettePlugin, ProgramSelectionAndNames)
     EXPECT_EQ(dispatch(PluginOp::copy_program, 1), 0);
 }
 
+// Hosts pass buffers of the classic sizes: short texts fit in 23 bytes with
+// their zero, the effect name in 31; a byte more would overrun them.
+TEST_F(ZarquettePlugin, TextsStayWithinTheHostsBuffers)
+{
+    std::string name(40, 'n');
+    dispatch(PluginOp::set_program_name, 0, 0, name.data());
+    char text[64];
+    std::memset(text, 'x', sizeof(text));
+    dispatch(PluginOp::get_program_name, 0, 0, text);
+    EXPECT_EQ(std::string(text), std::string(22, 'n'));
+    EXPECT_EQ(text[23], 'x');
+    // The program keeps its whole name; only the copy for the host is cut.
+    EXPECT_EQ(dispatch(PluginOp::get_program_name_indexed, 0, 0, text), 1);
+    EXPECT_EQ(std::string(text), name);
+    for (const PluginOp op : {PluginOp::get_param_label, PluginOp::get_param_display, PluginOp::get_param_name})
+    {
+        std::memset(text, 'x', sizeof(text));
+        dispatch(op, 1, 0, text);
+        EXPECT_LE(std::strlen(text), 22u);
+        EXPECT_EQ(text[23], 'x');
+    }
+}
+
+// A program holds what the parameter changes stored in it, not whatever the
+// audio side drifted to on its own (here the tempo it follows from the host):
+// copying the current program onto itself leaves the bank as it was.
+TEST_F(ZarquettePlugin, ProgramsHoldTheStoredValuesNotTheAudioSidesDrift)
+{
+    host.time_info.tempo = 100.0;
+    std::vector<float> l(64, 0.0f), r(64, 0.0f), ol(64), orr(64);
+    process(l, r, ol, orr);
+    ASSERT_NEAR(effect->get_parameter(effect, 0), (100.0 - 60.0) / 180.0, 1e-6);
+    effect->set_parameter(effect, 3, 0.75f);
+
+    const auto& adapter = *static_cast<lumo::Vst2Plugin*>(lumo::AudioEffect::from_aeffect(effect));
+    EXPECT_EQ(dispatch(PluginOp::copy_program, 0), 1);
+    const lumo::ProgramSlot copied = adapter.use_bank().use_program(0);
+    EXPECT_EQ(copied.get_value(0), 0.0f);
+    EXPECT_EQ(copied.get_value(3), 0.75f);
+    EXPECT_EQ(dispatch(PluginOp::copy_program, 0), 1);
+    for (int i = 0; i < 6; ++i)
+    {
+        EXPECT_EQ(adapter.use_bank().use_program(0).get_value(i), copied.get_value(i)) << i;
+    }
+}
+
 TEST_F(ZarquettePlugin, AutomationLimitFollowsTheHostsBudget)
 {
     host.automatable_params = 1;
