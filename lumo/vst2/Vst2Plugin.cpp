@@ -603,8 +603,21 @@ void Vst2Plugin::post_tempo(float /*bpm*/)
 
 void Vst2Plugin::render(float** inputs, float** outputs, int frames, bool adding)
 {
-    if (inputs == nullptr || outputs == nullptr || frames <= 0)
+    if (outputs == nullptr || frames <= 0)
     {
+        return;
+    }
+    // The audio side needs the first channel of each direction (a second one
+    // may be missing: it then works in mono). Without them there is nothing
+    // to render, and a replacing call leaves silence in every output it can
+    // reach rather than whatever the host's buffer held.
+    const bool has_inputs = get_nbr_inputs() == 0 || (inputs != nullptr && inputs[0] != nullptr);
+    if (!has_inputs || outputs[0] == nullptr)
+    {
+        if (!adding)
+        {
+            write_silence(outputs, frames);
+        }
         return;
     }
     begin_block();
@@ -615,6 +628,17 @@ void Vst2Plugin::render(float** inputs, float** outputs, int frames, bool adding
     else
     {
         _dsp->process_replacing(outputs, inputs, frames, 0);
+    }
+}
+
+void Vst2Plugin::write_silence(float** outputs, int frames) const
+{
+    for (int c = 0; c < get_nbr_outputs(); ++c)
+    {
+        if (outputs[c] != nullptr)
+        {
+            std::fill_n(outputs[c], frames, 0.0f);
+        }
     }
 }
 

@@ -144,6 +144,7 @@ private:
     void keep_program_values();
     int get_current_index() const;
     void render(float** inputs, float** outputs, int frames, bool adding);
+    void write_silence(float** outputs, int frames) const;
     std::vector<int> get_automation_priorities();
 
     BankManager _bank;

@@ -374,6 +374,38 @@ TEST_F(ZarquetteAudio, NanInputDoesNotPoisonTheOutput)
     EXPECT_GT(render(1.0, 256), 0.0f);
 }
 
+// A host that hands null channel pointers gets silence wherever it can take
+// it, never the stale contents of its own buffers.
+TEST_F(ZarquetteAudio, NullChannelPointersGiveSilence)
+{
+    render(1.0, 256);  // the engines hold sound
+    std::vector<float> l(256, 0.25f), ol(256), orr(256);
+    float* in[2] = {l.data(), l.data()};
+    float* out[2] = {ol.data(), orr.data()};
+    float* no_in[2] = {nullptr, nullptr};
+    float* right_out_only[2] = {nullptr, orr.data()};
+    const auto stale = [&] {
+        std::fill(ol.begin(), ol.end(), 0.5f);
+        std::fill(orr.begin(), orr.end(), 0.5f);
+    };
+
+    stale();
+    effect->process_replacing(effect, nullptr, out, 256);
+    EXPECT_EQ(peak(ol) + peak(orr), 0.0f);
+    stale();
+    effect->process_replacing(effect, no_in, out, 256);
+    EXPECT_EQ(peak(ol) + peak(orr), 0.0f);
+    stale();
+    effect->process_replacing(effect, in, right_out_only, 256);
+    EXPECT_EQ(peak(orr), 0.0f);
+    // The accumulating call adds silence: nothing.
+    stale();
+    effect->process(effect, nullptr, out, 256);
+    EXPECT_EQ(ol[0], 0.5f);
+    effect->process_replacing(effect, in, nullptr, 256);
+    EXPECT_GT(render(1.0, 256), 0.0f);
+}
+
 TEST_F(ZarquetteAudio, OnlyTheLeftChannelsConnected)
 {
     host.second_input_connected = false;
