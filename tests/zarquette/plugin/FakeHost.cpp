@@ -79,6 +79,8 @@ std::intptr_t FakeHost::answer(std::int32_t opcode, std::int32_t index, std::int
         return index == 1 && !(value == 0 ? second_input_connected : second_output_connected) ? 1 : 0;
     case HostOp::get_num_automatable_parameters:
         return automatable_params;
+    case HostOp::get_parameter_quantization:
+        return parameter_quantization;
     case HostOp::get_vendor_string:
         if (fail_vendor_request)
         {

@@ -36,6 +36,7 @@ public:
     std::string product = "Test Host";
     std::string directory;
     bool can_size_window = false;
+    std::intptr_t parameter_quantization = 0;
     // Throws from the vendor string request: the Windows adapter asks it in
     // its constructor, after its base has been built.
     bool fail_vendor_request = false;
