@@ -41,7 +41,12 @@ std::intptr_t LUMO_VST2_CALL FakeHost::callback(lumo::vst2::AEffect* /*effect*/,
 
 lumo::vst2::AEffect* FakeHost::open_plugin()
 {
-    return lumo::vst2_entry(&FakeHost::callback, zarquette::get_vst2_recipe());
+    return open_plugin(zarquette::get_vst2_recipe());
+}
+
+lumo::vst2::AEffect* FakeHost::open_plugin(const lumo::Vst2PluginRecipe& recipe)
+{
+    return lumo::vst2_entry(&FakeHost::callback, recipe);
 }
 
 std::intptr_t FakeHost::dispatch(lumo::vst2::AEffect* e, lumo::vst2::PluginOp op, std::int32_t index,
@@ -81,6 +86,8 @@ std::intptr_t FakeHost::answer(std::int32_t opcode, std::int32_t index, std::int
         return automatable_params;
     case HostOp::get_parameter_quantization:
         return parameter_quantization;
+    case HostOp::size_window:
+        return accept_size_window ? 1 : 0;
     case HostOp::get_vendor_string:
         if (fail_vendor_request)
         {

@@ -7,8 +7,14 @@
 #include "lumo/TempoRecord.h"
 #include "lumo/ProgramSlot.h"
 #include "lumo/TimeInfoRequest.h"
+#include "lumo/SettingKeys.h"
+#include "lumo/vst2/HostGuiVst2Win.h"
 #include "lumo/vst2/Vst2WinPlugin.h"
+#include "zarquette/ZarquetteDsp.h"
+#include "zarquette/plugin/ZarquetteRecipe.h"
 
+#include <string>
+#include <tuple>
 #include <vector>
 
 namespace
@@ -185,6 +191,101 @@ TEST(HostServicesLive, IdleCallsCloseTheGesturesWhereTheHostForbidsTheBackground
     ASSERT_NE(effect, nullptr);
     EXPECT_TRUE(static_cast<lumo::Vst2WinPlugin*>(lumo::AudioEffect::from_aeffect(effect))->is_using_bkg_thread());
     FakeHost::close_plugin(effect);
+}
+
+TEST_F(HostServices, TheEditorsWindowFollowsOnlyWhatTheHostAccepts)
+{
+    lumo::HostGuiVst2Win editor_services;
+    editor_services.set_adapter(&adapter());
+    // A host that cannot size windows is not asked; the editor resizes itself.
+    host.can_size_window = false;
+    EXPECT_EQ(editor_services.get_setting_num(lumo::setting_key::can_resize_window), 0.0);
+    EXPECT_EQ(editor_services.resize_window(400, 300), 0);
+    EXPECT_EQ(host.count(HostOp::size_window), 0);
+    // A host that can, but refuses this size: the editor keeps its size.
+    host.can_size_window = true;
+    EXPECT_EQ(editor_services.get_setting_num(lumo::setting_key::can_resize_window), 1.0);
+    EXPECT_EQ(editor_services.resize_window(400, 300), -1);
+    EXPECT_EQ(host.count(HostOp::size_window), 1);
+    host.accept_size_window = true;
+    EXPECT_EQ(editor_services.resize_window(400, 300), 0);
+
+    EXPECT_EQ(editor_services.get_setting_str(lumo::setting_key::interface_standard), "VST 2.0");
+    EXPECT_EQ(editor_services.get_setting_str(lumo::setting_key::interface_info),
+              "VST is a trademark of Steinberg Media AG.\nhttps://www.steinberg.net");
+    EXPECT_EQ(editor_services.get_setting_str("no such key"), "");
+}
+
+// The effect with other answers to the adapter's setting queries.
+class OtherSettingsDsp : public zarquette::ZarquetteDsp
+{
+public:
+    static std::string category;
+    static double hide_parameters;
+
+    std::string get_setting_str(const char* key) const override
+    {
+        return lumo::is_setting_key(key, lumo::setting_key::plugin_category) ? category
+                                                                              : ZarquetteDsp::get_setting_str(key);
+    }
+    double get_setting_num(const char* key) const override
+    {
+        return lumo::is_setting_key(key, lumo::setting_key::hide_parameters) ? hide_parameters
+                                                                              : ZarquetteDsp::get_setting_num(key);
+    }
+};
+
+std::string OtherSettingsDsp::category = "effect";
+double OtherSettingsDsp::hide_parameters = 0.0;
+
+lumo::DspInterface* create_other_settings_dsp()
+{
+    return new OtherSettingsDsp;
+}
+
+lumo::Vst2PluginRecipe make_other_settings_recipe()
+{
+    lumo::Vst2PluginRecipe recipe = zarquette::get_vst2_recipe();
+    recipe.create_dsp = &create_other_settings_dsp;
+    return recipe;
+}
+
+TEST(HostServicesSettings, CategorySpellings)
+{
+    FakeHost host;
+    const lumo::Vst2PluginRecipe recipe = make_other_settings_recipe();
+    for (const auto& [text, category, synth] : std::vector<std::tuple<std::string, int, bool>>{
+             {"", 1, false}, {"Effect", 1, false}, {"hybrid", 1, false}, {"INSTRUMENT", 2, true},
+             {"Analyser", 3, false}, {"analyzer", 0, false}, {"effects", 0, false}})
+    {
+        OtherSettingsDsp::category = text;
+        lumo::vst2::AEffect* effect = host.open_plugin(recipe);
+        ASSERT_NE(effect, nullptr);
+        EXPECT_EQ(FakeHost::dispatch(effect, PluginOp::get_plug_category), category) << text;
+        EXPECT_EQ((effect->flags & lumo::vst2::effect_flags::is_synth) != 0, synth) << text;
+        FakeHost::close_plugin(effect);
+    }
+    OtherSettingsDsp::category = "effect";
+}
+
+// Hidden parameters: the host sees none, and hears of no change.
+TEST(HostServicesSettings, HiddenParametersAreNeitherShownNorReported)
+{
+    FakeHost host;
+    OtherSettingsDsp::hide_parameters = 1.0;
+    lumo::vst2::AEffect* effect = host.open_plugin(make_other_settings_recipe());
+    ASSERT_NE(effect, nullptr);
+    EXPECT_EQ(effect->num_params, 0);
+    effect->set_parameter(effect, 0, 0.5f);
+    EXPECT_EQ(effect->get_parameter(effect, 0), 0.0f);
+    auto& adapter = *static_cast<lumo::Vst2Plugin*>(lumo::AudioEffect::from_aeffect(effect));
+    const int automated = host.count(HostOp::automate);
+    ASSERT_TRUE(adapter.set_and_report_param(2, 0.5f, 200));
+    EXPECT_EQ(adapter.use_dsp()->use_param(2).get_norm(), 0.5f);
+    EXPECT_EQ(host.count(HostOp::automate), automated);
+    EXPECT_EQ(host.count(HostOp::begin_edit), 0);
+    FakeHost::close_plugin(effect);
+    OtherSettingsDsp::hide_parameters = 0.0;
 }
 
 }  // namespace
