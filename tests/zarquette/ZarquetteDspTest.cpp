@@ -4,6 +4,7 @@
 #include "lumo/NotifiedInterface.h"
 #include "lumo/ProgramSlot.h"
 #include "sys/ClockPin.h"
+#include "sys/TickPin.h"
 #include "tests/lumo/SettingDspMixinStub.h"
 #include "zarquette/CatArmy.h"
 
@@ -48,11 +49,12 @@ struct Stereo
     std::vector<float> r;
 };
 
-// One processor as the entry point builds it, at 10:00 on a cat day.
+// One processor as the entry point builds it, by default at 10:00 on a cat day.
 class Processor
 {
 public:
-    Processor() : _dsp(std::make_unique<ZarquetteDsp>())
+    explicit Processor(const sys::LocalTime& local = sys::LocalTime{2026, 11, 9, 10, 0, 0})
+        : _clock(1000.0, local), _dsp(std::make_unique<ZarquetteDsp>())
     {
         _dsp->set_host(_host);
         _dsp->init();
@@ -83,7 +85,7 @@ public:
     }
 
 private:
-    sys::ClockPin _clock{1000.0, sys::LocalTime{2026, 11, 9, 10, 0, 0}};
+    sys::ClockPin _clock;
     PinHost* _host = new PinHost;  // the processor owns it
     std::unique_ptr<ZarquetteDsp> _dsp;
 };
@@ -271,6 +273,22 @@ TEST(ZarquetteDsp, ProgramValuesThatDoNotChangeNotifyNobody)
         p.use_dsp().use_param(i).set_listener(engines[static_cast<std::size_t>(i)]);
     }
     EXPECT_EQ(p.use_dsp().use_param(vin_rouge).get_norm(), 0.5f);
+}
+
+// The millisecond tick wraps after 49.7 days of uptime; the lunch break
+// must still come at noon, not 17 hours off.
+TEST(ZarquetteDsp, TheLunchBreakStaysAtNoonAcrossTheTickWrap)
+{
+    sys::TickPin tick(0xffffffffu - 30000u);  // 30 s before the wrap
+    Processor p(sys::LocalTime{2026, 11, 9, 11, 59, 0});
+    p.set(gauloises, 1.0f);
+    p.set(oignons, 1.0f);
+    const Stereo noise = make_noise(44100);
+    EXPECT_GT(peak(p.render(noise).l), 0.01f);
+    tick.advance_ms(120000);  // 12:01, past the wrap
+    EXPECT_EQ(peak(p.render(noise).l), 0.0f);
+    tick.advance_ms(7200000);  // 14:01
+    EXPECT_GT(peak(p.render(noise).l), 0.01f);
 }
 
 }  // namespace
