@@ -39,6 +39,8 @@ public:
     // The clone is made before the list changes, so an element of this very
     // list may be handed in.
     void append(const T& item) { _items.push_back(item.clone()); }
+    // Takes a node nobody else holds, without copying it; item is not null.
+    void append(std::unique_ptr<T> item) { _items.push_back(std::move(item)); }
     void replace(int index, const T& item) { _items[static_cast<std::size_t>(index)] = item.clone(); }
     void clear() { _items.clear(); }
 

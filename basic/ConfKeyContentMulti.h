@@ -22,6 +22,8 @@ public:
     const ConfKeyContentInterface& use_elt(int index) const { return _elts.use(index); }
     // Appends a clone; the caller keeps its element.
     void add_elt(const ConfKeyContentInterface& elt) { _elts.append(elt); }
+    // Appends the element itself (not null), without copying it.
+    void add_elt(std::unique_ptr<ConfKeyContentInterface> elt) { _elts.append(std::move(elt)); }
     void clear() { _elts.clear(); }
 
 private:

@@ -36,6 +36,11 @@ void ConfKeyData::set_content(const ConfKeyContentInterface& content)
     _content = content.clone();
 }
 
+void ConfKeyData::set_content(std::unique_ptr<ConfKeyContentInterface> content)
+{
+    _content = std::move(content);
+}
+
 // name = value<TAB>// comment, without a line feed: the enclosing section ends the line.
 int ConfKeyData::do_write_key(std::string& text, int& level) const
 {

@@ -26,6 +26,8 @@ public:
     const ConfKeyContentInterface& use_content() const { return *_content; }
     // Stores a clone; the caller keeps its content.
     void set_content(const ConfKeyContentInterface& content);
+    // Takes the content itself (not null), without copying it.
+    void set_content(std::unique_ptr<ConfKeyContentInterface> content);
 
 protected:
     int do_write_key(std::string& text, int& level) const override;

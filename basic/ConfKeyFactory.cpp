@@ -40,9 +40,10 @@ int ConfKeyFactory::get_nbr_left() const
     return static_cast<int>(_tokens.size() - _pos);
 }
 
-bool ConfKeyFactory::is_token(std::size_t pos, const char* token) const
+bool ConfKeyFactory::is_token(std::size_t pos, char token) const
 {
-    return _tokens[pos] == token;
+    const std::string& t = _tokens[pos];
+    return t.size() == 1 && t[0] == token;
 }
 
 // name = value, where neither name nor value is "="; a section when the value
@@ -50,11 +51,11 @@ bool ConfKeyFactory::is_token(std::size_t pos, const char* token) const
 std::unique_ptr<ConfKeyInterface> ConfKeyFactory::form_key()
 {
     const std::size_t p = _pos;
-    if (get_nbr_left() < 3 || !is_token(p + 1, "=") || is_token(p, "=") || is_token(p + 2, "="))
+    if (get_nbr_left() < 3 || !is_token(p + 1, '=') || is_token(p, '=') || is_token(p + 2, '='))
     {
         return nullptr;
     }
-    if (get_nbr_left() >= 5 && is_token(p + 2, "{") && is_token(p + 4, "="))
+    if (get_nbr_left() >= 5 && is_token(p + 2, '{') && is_token(p + 4, '='))
     {
         return std::make_unique<ConfKeyMulti>(_tokens[p]);
     }
@@ -78,7 +79,7 @@ int ConfKeyFactory::read_leaf_value(ConfKeyData& key)
     const int err = read_content(content, err_missing_value);
     if (err == 0)
     {
-        key.set_content(*content);
+        key.set_content(std::move(content));
     }
     return err;
 }
@@ -92,7 +93,7 @@ int ConfKeyFactory::read_section_body(ConfKeyMulti& section)
         {
             return err_bad_section;
         }
-        if (is_token(_pos, "}"))
+        if (is_token(_pos, '}'))
         {
             break;
         }
@@ -106,7 +107,7 @@ int ConfKeyFactory::read_section_body(ConfKeyMulti& section)
         {
             return err;
         }
-        section.add_key(*child);
+        section.add_key(std::move(child));
     }
     ++_pos;
     return 0;
@@ -117,7 +118,7 @@ int ConfKeyFactory::read_section_body(ConfKeyMulti& section)
 // closing brace.
 int ConfKeyFactory::read_content(std::unique_ptr<ConfKeyContentInterface>& content, int err_none)
 {
-    if (!is_token(_pos, "{"))
+    if (!is_token(_pos, '{'))
     {
         content = std::make_unique<ConfKeyContentString>(_tokens[_pos]);
         ++_pos;
@@ -136,7 +137,7 @@ int ConfKeyFactory::read_list(std::unique_ptr<ConfKeyContentInterface>& content)
         {
             return err_bad_list;
         }
-        if (is_token(_pos, "}"))
+        if (is_token(_pos, '}'))
         {
             break;
         }
@@ -146,7 +147,7 @@ int ConfKeyFactory::read_list(std::unique_ptr<ConfKeyContentInterface>& content)
         {
             return err;
         }
-        list->add_elt(*elt);
+        list->add_elt(std::move(elt));
     }
     ++_pos;
     content = std::move(list);

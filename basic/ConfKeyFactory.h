@@ -18,7 +18,9 @@ class ConfKeyMulti;
 //     name = { a b { c } }    a leaf whose value is a list (lists nest)
 //     name = { k = v ... }    a section: its first member is a key
 // The factory keeps the tokens and the error of the last text it read, so one
-// factory reads one text at a time.
+// factory reads one text at a time. Nodes are moved into their parents as they
+// are finished, never copied, so reading stays linear in the text however deep
+// it nests.
 class ConfKeyFactory
 {
 public:
@@ -43,7 +45,8 @@ public:
 
 private:
     int get_nbr_left() const;
-    bool is_token(std::size_t pos, const char* token) const;
+    // The structural tokens are single characters: "=", "{" and "}".
+    bool is_token(std::size_t pos, char token) const;
     std::unique_ptr<ConfKeyInterface> form_key();
     int read_key(ConfKeyInterface& key);
     int read_leaf_value(ConfKeyData& key);

@@ -87,6 +87,11 @@ void ConfKeyMulti::add_key(const ConfKeyInterface& key)
     _keys.append(key);
 }
 
+void ConfKeyMulti::add_key(std::unique_ptr<ConfKeyInterface> key)
+{
+    _keys.append(std::move(key));
+}
+
 void ConfKeyMulti::set_key(const ConfKeyInterface& key)
 {
     const int pos = find_key_any(key.get_name());

@@ -40,6 +40,10 @@ public:
 
     // Appends a clone; never replaces.
     void add_key(const ConfKeyInterface& key);
+    // Appends the key itself (not null). The reader builds trees this way:
+    // cloning each finished subtree into its parent would copy deep trees
+    // once per level.
+    void add_key(std::unique_ptr<ConfKeyInterface> key);
     // Replaces the first child of the same name by a clone in its place, or appends.
     void set_key(const ConfKeyInterface& key);
 

@@ -6,12 +6,13 @@
 namespace dsp
 {
 
-// Clamps x into [lo, hi] and turns NaN into lo. std::max returns its first
-// argument when the comparison fails, so lo must come first for NaN to lose.
+// Clamps x into [lo, hi]; NaN counts as 0 (clamped too, for a range without
+// 0). The neutral 0, not the low end: for a symmetric signal range the low end
+// is full negative level.
 template <typename T>
 inline T clamp_finite(T x, T lo, T hi)
 {
-    return std::min(std::max(lo, x), hi);
+    return std::min(std::max(lo, std::isnan(x) ? T(0) : x), hi);
 }
 
 // Sends anything below about -400 dB to exactly zero. Recursive states decaying

@@ -22,6 +22,10 @@ public:
     // The manager's answer to loading the file; 0 when autoload is off or no
     // file is named.
     int autoload(basic::SettingMgrInterface& mgr) const;
+    // The file the autoload would load: true and its path when autoload is on
+    // and a file is named, false otherwise. Lets a host tool show the user
+    // which file is meant and what loading it answers.
+    bool find_file(std::string& path) const;
 
     const std::string& get_base_path() const { return _base_path; }
 

@@ -12,12 +12,17 @@ namespace lumo
 
 int SettingMgr::setup(DspInterface& dsp)
 {
-    const std::string name = dsp.get_setting_str(setting_key::plugin_name);
-    _section_name = basic::ConfKeyInterface::make_valid_name(name) + "_config_section";
-    char version[64];
-    std::snprintf(version, sizeof(version), "%.2f", dsp.get_setting_num(setting_key::plugin_version));
-    _version = version;
-    _autoload = std::make_unique<SettingAutoload>(dsp.get_setting_str(setting_key::manufacturer) + "/" + name);
+    return setup(dsp.get_setting_str(setting_key::plugin_name), dsp.get_setting_num(setting_key::plugin_version),
+                 dsp.get_setting_str(setting_key::manufacturer));
+}
+
+int SettingMgr::setup(const std::string& plugin_name, double version, const std::string& manufacturer)
+{
+    _section_name = basic::ConfKeyInterface::make_valid_name(plugin_name) + "_config_section";
+    char text[64];
+    std::snprintf(text, sizeof(text), "%.2f", version);
+    _version = text;
+    _autoload = std::make_unique<SettingAutoload>(manufacturer + "/" + plugin_name);
     return 0;
 }
 

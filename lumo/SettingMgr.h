@@ -23,6 +23,9 @@ public:
     // Takes the names from the audio side's setting queries; needs nothing of
     // it afterwards. 0.
     int setup(DspInterface& dsp);
+    // The same from the plug-in's name, version and manufacturer as the audio
+    // side answers them; a host tool uses it to check a file as the plug-in would.
+    int setup(const std::string& plugin_name, double version, const std::string& manufacturer);
 
     // Refuses a foreign file.
     void before_load(const basic::ConfKeyMulti& root, const std::string& path, int& status) override;

@@ -20,7 +20,8 @@ struct LocalTime
 // (priority hold times, GUI timers) or the calendar (lunch break, sample set)
 // asks here, so that tests can pin both through ClockPin.
 
-// The operating system's millisecond clock times 0.001: seconds, arbitrary origin.
+// The operating system's millisecond clock times 0.001: seconds, arbitrary
+// origin. The 32-bit tick is unwrapped, so the reading never goes backwards.
 double get_clock_s();
 
 // The local date and time of day.

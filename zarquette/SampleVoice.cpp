@@ -1,5 +1,7 @@
 #include "zarquette/SampleVoice.h"
 
+#include "dsp/FloatGuard.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -8,7 +10,7 @@ namespace zarquette
 
 void SampleVoice::start(const WavFile& recording, float rate, float gain, float pan)
 {
-    pan = std::clamp(pan, -1.0f, 1.0f);
+    pan = dsp::clamp_finite(pan, -1.0f, 1.0f);
     // Whole frames per output frame live in 32 bits; a rate that is not a
     // positive number leaves the voice unable to advance, and it ends at once.
     if (!(rate > 0.0f && rate < 4294967296.0f))

@@ -60,6 +60,8 @@ public:
     int get_block_size() const { return _block_size; }
     int get_nbr_programs() const { return _aeffect.num_programs; }
     int get_nbr_params() const { return _aeffect.num_params; }
+    int get_nbr_inputs() const { return _aeffect.num_inputs; }
+    int get_nbr_outputs() const { return _aeffect.num_outputs; }
 
     void set_editor(AEffEditor* editor);
     AEffEditor* use_editor() const { return _editor; }

@@ -37,6 +37,7 @@ std::unique_ptr<Vst2WinPlugin> build(vst2::HostCallback host, const Vst2PluginRe
 
     auto* receiver = dynamic_cast<MidiReceiverInterface*>(dsp.get());
     auto adapter = std::make_unique<Vst2WinPlugin>(host, dsp.get(), gui.get(), receiver, bank, recipe.unique_id);
+    adapter->take_sides();
     DspInterface* d = dsp.release();
     GuiInterface* g = gui.release();
 

@@ -25,9 +25,11 @@ namespace lumo
 namespace
 {
 
-// Capacities the host's buffers are known to have.
-constexpr int short_text = 24;
-constexpr int effect_name_text = 32;
+// Capacities of the host's buffers: the classic hosts pass 24 and 32 bytes for
+// short texts and the effect name, and a few write a zero just past the text,
+// so one byte of each stays unused.
+constexpr int short_text = 23;
+constexpr int effect_name_text = 31;
 constexpr int long_text = 64;
 constexpr int pin_label_text = 64;
 constexpr int short_label_text = 8;
@@ -46,7 +48,8 @@ Vst2Plugin::Vst2Plugin(vst2::HostCallback host, DspInterface* dsp, GuiInterface*
       _dsp(dsp),
       _gui(gui),
       _midi_receiver(midi_receiver),
-      _gestures(dsp->get_nbr_param())
+      _gestures(dsp->get_nbr_param()),
+      _program_values(dsp->get_nbr_param())
 {
     _bank_buffer.init_slots(bank);
     _bkg_task.reset(dsp->create_bkg_task());
@@ -63,9 +66,6 @@ Vst2Plugin::Vst2Plugin(vst2::HostCallback host, DspInterface* dsp, GuiInterface*
     set_flag(vst2::effect_flags::is_synth,
              equals_ignoring_case(dsp->get_setting_str(setting_key::plugin_category).c_str(), "instrument"));
     set_unique_id(unique_id);
-    // Only a fully built adapter owns the audio side and the editor: when the
-    // construction fails, they stay with the caller.
-    _owns_sides = true;
 }
 
 Vst2Plugin::~Vst2Plugin()
@@ -153,10 +153,9 @@ bool Vst2Plugin::set_param(int index, float value, int level)
     {
         return false;
     }
-    // The bank's current program is not written here: parameters change on many
-    // threads while the main thread reads the bank. Every reader of the current
-    // program, and a change of program, captures the parameters first
-    // (refresh_current_program).
+    // Parameters change on many threads while the main thread reads the bank:
+    // the value goes to the store, which joins the bank on the main thread.
+    _program_values.store(index, value);
     _dsp->use_param(index).set_norm_value(value);
     if (_gui != nullptr)
     {
@@ -199,6 +198,7 @@ void Vst2Plugin::set_program(const ProgramSlot& program, int level, bool release
     const double now = sys::get_clock_s();
     const int nbr_values = program.get_nbr_values();
     _bank.set_program(get_current_index(), program);
+    _program_values.load(program);
     _dsp->set_program_name(program.get_name());
     _dsp->set_program_data(program);
     const int n = std::min(nbr_values, _dsp->get_nbr_param());
@@ -397,6 +397,14 @@ void Vst2Plugin::refresh_current_program()
     program.set_name(_dsp->get_program_name().c_str());
     _dsp->get_program_data(program);
     _bank.set_program(get_current_index(), program);
+    _program_values.load(program);
+}
+
+void Vst2Plugin::keep_program_values()
+{
+    ProgramSlot program = _bank.use_program(get_current_index());
+    _program_values.apply_to(program);
+    _bank.set_program(get_current_index(), program);
 }
 
 void Vst2Plugin::set_program_index(int program)
@@ -406,7 +414,7 @@ void Vst2Plugin::set_program_index(int program)
         return;
     }
     // The program being left keeps the values it was given since it was chosen.
-    refresh_current_program();
+    keep_program_values();
     select_program(program);
 }
 
@@ -451,7 +459,7 @@ bool Vst2Plugin::copy_program(int destination)
     {
         return false;
     }
-    refresh_current_program();
+    keep_program_values();
     return _bank.set_program(destination, _bank.use_program(get_current_index())) == 0;
 }
 
@@ -595,8 +603,21 @@ void Vst2Plugin::post_tempo(float /*bpm*/)
 
 void Vst2Plugin::render(float** inputs, float** outputs, int frames, bool adding)
 {
-    if (inputs == nullptr || outputs == nullptr || frames <= 0)
+    if (outputs == nullptr || frames <= 0)
     {
+        return;
+    }
+    // The audio side needs the first channel of each direction (a second one
+    // may be missing: it then works in mono). Without them there is nothing
+    // to render, and a replacing call leaves silence in every output it can
+    // reach rather than whatever the host's buffer held.
+    const bool has_inputs = get_nbr_inputs() == 0 || (inputs != nullptr && inputs[0] != nullptr);
+    if (!has_inputs || outputs[0] == nullptr)
+    {
+        if (!adding)
+        {
+            write_silence(outputs, frames);
+        }
         return;
     }
     begin_block();
@@ -607,6 +628,17 @@ void Vst2Plugin::render(float** inputs, float** outputs, int frames, bool adding
     else
     {
         _dsp->process_replacing(outputs, inputs, frames, 0);
+    }
+}
+
+void Vst2Plugin::write_silence(float** outputs, int frames) const
+{
+    for (int c = 0; c < get_nbr_outputs(); ++c)
+    {
+        if (outputs[c] != nullptr)
+        {
+            std::fill_n(outputs[c], frames, 0.0f);
+        }
     }
 }
 

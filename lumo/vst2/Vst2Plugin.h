@@ -5,6 +5,7 @@
 #include "lumo/BankManager.h"
 #include "lumo/ParamPriorityList.h"
 #include "lumo/ParamReorder.h"
+#include "lumo/ProgramValueStore.h"
 #include "lumo/PluginCmdInterface.h"
 #include "lumo/vst2/AudioEffectX.h"
 #include "lumo/vst2/GestureQueue.h"
@@ -33,11 +34,17 @@ class NormalizedParamInterface;
 class Vst2Plugin : public AudioEffectX, public PluginCmdInterface
 {
 public:
-    // Owns dsp, gui (may be null) and the audio side's background task once
-    // constructed; copies bank.
+    // Owns the audio side's background task; dsp and gui (may be null) only
+    // after take_sides(). Copies bank.
     Vst2Plugin(vst2::HostCallback host, DspInterface* dsp, GuiInterface* gui, MidiReceiverInterface* midi_receiver,
                const BankManager& bank, std::int32_t unique_id);
     ~Vst2Plugin() override;
+
+    // From now on the adapter deletes the audio side and the editor. Called by
+    // whoever built them, once the whole adapter (derived classes included)
+    // stands, at the moment it lets go of them itself: a construction that
+    // fails part way leaves them with that caller, and only there.
+    void take_sides() { _owns_sides = true; }
 
     // Start-up and teardown steps, run by the entry point and the destructor.
     void init_step();
@@ -130,10 +137,14 @@ private:
     bool get_pin_properties(bool inputs, int pin, vst2::PinProperties* props) const;
     bool is_host_index(int index) const { return index >= 0 && index < get_nbr_params(); }
     NormalizedParamInterface& use_host_param(int host_index);
-    // Captures the audio side's name and values into the current program.
+    // Captures the audio side's name and values into the current program
+    // (a chunk carries what the audio side holds).
     void refresh_current_program();
+    // Writes the values parameter changes stored into the current program.
+    void keep_program_values();
     int get_current_index() const;
     void render(float** inputs, float** outputs, int frames, bool adding);
+    void write_silence(float** outputs, int frames) const;
     std::vector<int> get_automation_priorities();
 
     BankManager _bank;
@@ -151,6 +162,7 @@ private:
     ParamReorder _reorder;
     std::vector<std::uint8_t> _chunk;
     GestureQueue _gestures;
+    ProgramValueStore _program_values;
     bool _owns_sides = false;
 };
 

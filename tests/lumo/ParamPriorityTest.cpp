@@ -1,5 +1,6 @@
 #include "lumo/ParamPriorityList.h"
 #include "sys/ClockPin.h"
+#include "sys/TickPin.h"
 
 #include <gtest/gtest.h>
 
@@ -94,6 +95,20 @@ TEST_F(ParamPriorityListTest, ResizeKeepsExistingHolds)
     list.resize(8);
     EXPECT_EQ(list.use(5).get_level(), level::gui_drag);
     EXPECT_EQ(list.use(7).get_level(), 0);
+}
+
+// A hold taken just before the millisecond tick wraps ends 0.5 s later like
+// any other; it must not lock automation out until the tick climbs back.
+TEST(ParamPriorityListWrap, HoldEndsOnTimeAcrossTheTickWrap)
+{
+    sys::TickPin tick(0xffffff00u);  // 256 ms before the wrap
+    lumo::ParamPriorityList list;
+    list.resize(1);
+    ASSERT_TRUE(list.take(0, level::gui_drag));
+    tick.advance_ms(400);
+    EXPECT_FALSE(list.take(0, level::host_automation));
+    tick.advance_ms(200);
+    EXPECT_TRUE(list.take(0, level::host_automation));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "sys/PersistentKeyList.h"
 #include "tests/basic/ScratchDir.h"
 #include "tests/lumo/SettingDspMixinStub.h"
+#include "tests/sys/ScratchKeys.h"
 
 #include <gtest/gtest.h>
 
@@ -34,6 +35,7 @@ protected:
         dsp.texts["manufacturer"] = "Velnor Tests";
         dsp.texts["plugin_name"] = "Autoload " + zq_test::ScratchDir::make_unique_suffix();
         mgr.setup(dsp);
+        zq_test::ScratchKeys::add(mgr.use_autoload()->get_base_path());
         mgr.add_client(client);
         config = dir.write_file("latest.cfg", mgr.get_section_name() + " = { version = 1.12 }");
     }

@@ -1,5 +1,5 @@
 #include "sys/PersistentKeyList.h"
-#include "tests/basic/ScratchDir.h"
+#include "tests/sys/ScratchKeys.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ using sys::PersistentKeyList;
 class PersistentKeyListTest : public ::testing::Test
 {
 protected:
-    const std::string root = "Velnor Tests/Keys " + zq_test::ScratchDir::make_unique_suffix();
+    const std::string root = zq_test::ScratchKeys::make("Keys");
 };
 
 void expect_path_error(const std::string& path, bool create, const char* message)

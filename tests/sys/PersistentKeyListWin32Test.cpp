@@ -1,5 +1,5 @@
 #include "sys/PersistentKeyList.h"
-#include "tests/basic/ScratchDir.h"
+#include "tests/sys/ScratchKeyStoreWin32.h"
 
 #include <gtest/gtest.h>
 
@@ -12,16 +12,19 @@ namespace
 
 using sys::PersistentKeyList;
 
+// Every key the tests of this program create goes when the program ends.
+::testing::Environment* const store = ::testing::AddGlobalTestEnvironment(new zq_test::ScratchKeyStore);
+
 TEST(PersistentKeyListWin32, ValuesAreStringsWithTheirZeroBelowTheUsersSoftwareKey)
 {
-    const std::string leaf = "Keys " + zq_test::ScratchDir::make_unique_suffix();
+    const std::string path = zq_test::ScratchKeys::make("Keys");
     {
-        PersistentKeyList key("Velnor Tests/" + leaf, true);
+        PersistentKeyList key(path, true);
         ASSERT_EQ(key.set_string("LatestConfigAutoload", "1"), 0);
     }
     HKEY raw = nullptr;
-    ASSERT_EQ(::RegOpenKeyExA(HKEY_CURRENT_USER, ("Software\\Velnor Tests\\" + leaf).c_str(), 0, KEY_READ, &raw),
-              ERROR_SUCCESS);
+    const std::string registry_path = zq_test::ScratchKeyStore::to_registry_path(path);
+    ASSERT_EQ(::RegOpenKeyExA(HKEY_CURRENT_USER, registry_path.c_str(), 0, KEY_READ, &raw), ERROR_SUCCESS);
     DWORD type = 0;
     BYTE data[8] = {};
     DWORD size = sizeof(data);
@@ -34,11 +37,11 @@ TEST(PersistentKeyListWin32, ValuesAreStringsWithTheirZeroBelowTheUsersSoftwareK
 
 TEST(PersistentKeyListWin32, ValuesOfOtherTypesReadAsTheirTextUpToAZero)
 {
-    const std::string leaf = "Types " + zq_test::ScratchDir::make_unique_suffix();
-    PersistentKeyList key("Velnor Tests/" + leaf, true);
+    const std::string path = zq_test::ScratchKeys::make("Types");
+    PersistentKeyList key(path, true);
     HKEY raw = nullptr;
-    ASSERT_EQ(::RegOpenKeyExA(HKEY_CURRENT_USER, ("Software\\Velnor Tests\\" + leaf).c_str(), 0, KEY_WRITE, &raw),
-              ERROR_SUCCESS);
+    const std::string registry_path = zq_test::ScratchKeyStore::to_registry_path(path);
+    ASSERT_EQ(::RegOpenKeyExA(HKEY_CURRENT_USER, registry_path.c_str(), 0, KEY_WRITE, &raw), ERROR_SUCCESS);
     const BYTE binary[] = {'a', 'b', 0, 'c'};
     ::RegSetValueExA(raw, "bin", 0, REG_BINARY, binary, sizeof(binary));
     const BYTE unterminated[] = {'x', 'y'};

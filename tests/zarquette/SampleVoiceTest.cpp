@@ -97,7 +97,9 @@ TEST(SampleVoice, PanIsLinearAndStaysInTheField)
         float pan, left, right;
     };
     const Case cases[] = {{-1.0f, 0.8f, 0.0f}, {0.0f, 0.4f, 0.4f}, {1.0f, 0.0f, 0.8f},
-                          {0.5f, 0.2f, 0.6f},  {-3.0f, 0.8f, 0.0f}, {7.0f, 0.0f, 0.8f}};
+                          {0.5f, 0.2f, 0.6f},  {-3.0f, 0.8f, 0.0f}, {7.0f, 0.0f, 0.8f},
+                          // No pan at all is the centre.
+                          {std::numeric_limits<float>::quiet_NaN(), 0.4f, 0.4f}};
     for (const Case& c : cases)
     {
         SampleVoice v;

@@ -5,7 +5,11 @@
 #include "PluginLibrary.h"
 #include "PluginText.h"
 
+#include "lumo/SettingMgr.h"
+#include "lumo/SettingAutoload.h"
+
 #include <stdexcept>
+#include <string>
 
 namespace vsthost
 {
@@ -23,6 +27,13 @@ const char* const can_do_texts[] = {"sendVstEvents",      "sendVstMidiEvent",   
                                     "1in1out",            "1in2out",            "2in1out",
                                     "2in2out",            "2in4out",            "4in2out",
                                     "4in4out",            "8in8out"};
+
+// The version as a number from the vendor version's hexadecimal digits (0x112: 1.12).
+double decode_vendor_version(std::intptr_t version)
+{
+    const auto digit = [version](int shift) { return static_cast<double>((version >> shift) & 15); };
+    return digit(8) + digit(4) * 0.1 + digit(0) * 0.01;
+}
 
 }  // namespace
 
@@ -42,6 +53,7 @@ int InfoCommand::run(const std::vector<std::string>& words, std::ostream& out)
     out << "parameters:      " << plugin.get_num_params() << "\n";
     print_parameters(plugin, out);
     print_can_do(plugin, out);
+    print_settings_file(plugin, out);
     return 0;
 }
 
@@ -125,6 +137,37 @@ void InfoCommand::print_can_do(HostedPlugin& plugin, std::ostream& out)
     {
         const std::intptr_t answer = plugin.can_do(text);
         out << "  " << text << ": " << describe_can_do(answer) << " (" << answer << ")\n";
+    }
+}
+
+// The plug-in's own settings manager never tells the host what its start-up
+// load answered: check the file it names the same way, with the framework's
+// loader, so the user sees why a hand-edited file was refused. The names are
+// the plug-in's effect name and vendor, as the framework's plug-ins derive
+// their settings path from them.
+void InfoCommand::print_settings_file(HostedPlugin& plugin, std::ostream& out)
+{
+    lumo::SettingMgr mgr;
+    mgr.setup(plugin.get_text(PluginOp::get_effect_name),
+              decode_vendor_version(plugin.dispatch(PluginOp::get_vendor_version)),
+              plugin.get_text(PluginOp::get_vendor_string));
+    const lumo::SettingAutoload& autoload = *mgr.use_autoload();
+    std::string path;
+    out << "settings file:   ";
+    if (!autoload.find_file(path))
+    {
+        out << "none (no autoload set in \"" << autoload.get_base_path() << "/Autoload\")\n";
+        return;
+    }
+    out << "\"" << path << "\" ";
+    try
+    {
+        const int code = mgr.load(path);
+        out << describe_settings_result(code, mgr.get_section_name()) << " (" << code << ")\n";
+    }
+    catch (const std::exception& e)
+    {
+        out << "stops the plug-in: " << e.what() << "\n";
     }
 }
 

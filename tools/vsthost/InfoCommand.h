@@ -22,6 +22,7 @@ private:
     static void print_programs(HostedPlugin& plugin, std::ostream& out);
     static void print_pins(HostedPlugin& plugin, std::ostream& out);
     static void print_can_do(HostedPlugin& plugin, std::ostream& out);
+    static void print_settings_file(HostedPlugin& plugin, std::ostream& out);
 };
 
 }  // namespace vsthost

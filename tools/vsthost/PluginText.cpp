@@ -1,9 +1,11 @@
 #include "PluginText.h"
 
+#include "lumo/SettingMgr.h"
 #include "lumo/vst2/Vst2Abi.h"
 
 #include <cstdio>
 #include <initializer_list>
+#include <string>
 #include <utility>
 
 namespace vsthost
@@ -88,6 +90,27 @@ std::string describe_parameter_flags(std::int32_t flags)
 std::string describe_can_do(std::intptr_t answer)
 {
     return answer > 0 ? "yes" : (answer < 0 ? "no" : "don't know");
+}
+
+std::string describe_settings_result(int code, const std::string& section_name)
+{
+    using Mgr = lumo::SettingMgr;
+    switch (code)
+    {
+    case 0: return "loads";
+    case Mgr::err_cannot_open: return "cannot be opened";
+    case Mgr::err_cannot_read: return "cannot be read";
+    case Mgr::err_not_section: return "its top key is not a section";
+    case Mgr::err_foreign_file: return "refused: its top section is not " + section_name;
+    default: break;
+    }
+    // The key reader's own code: 0 for a text without any token, else -1015 to -1024.
+    const int reader_code = code - Mgr::err_reader_offset;
+    if (reader_code == 0 || (reader_code <= -1015 && reader_code >= -1024))
+    {
+        return "holds no key (reader error " + std::to_string(reader_code) + ")";
+    }
+    return "refused by a settings client";
 }
 
 }  // namespace vsthost

@@ -4,6 +4,7 @@
 #include "zarquette/plugin/ZarquetteRecipe.h"
 
 #include <cstring>
+#include <stdexcept>
 
 namespace
 {
@@ -40,7 +41,12 @@ std::intptr_t LUMO_VST2_CALL FakeHost::callback(lumo::vst2::AEffect* /*effect*/,
 
 lumo::vst2::AEffect* FakeHost::open_plugin()
 {
-    return lumo::vst2_entry(&FakeHost::callback, zarquette::get_vst2_recipe());
+    return open_plugin(zarquette::get_vst2_recipe());
+}
+
+lumo::vst2::AEffect* FakeHost::open_plugin(const lumo::Vst2PluginRecipe& recipe)
+{
+    return lumo::vst2_entry(&FakeHost::callback, recipe);
 }
 
 std::intptr_t FakeHost::dispatch(lumo::vst2::AEffect* e, lumo::vst2::PluginOp op, std::int32_t index,
@@ -78,7 +84,15 @@ std::intptr_t FakeHost::answer(std::int32_t opcode, std::int32_t index, std::int
         return index == 1 && !(value == 0 ? second_input_connected : second_output_connected) ? 1 : 0;
     case HostOp::get_num_automatable_parameters:
         return automatable_params;
+    case HostOp::get_parameter_quantization:
+        return parameter_quantization;
+    case HostOp::size_window:
+        return accept_size_window ? 1 : 0;
     case HostOp::get_vendor_string:
+        if (fail_vendor_request)
+        {
+            throw std::runtime_error("FakeHost: vendor string refused");
+        }
         copy_out(ptr, vendor);
         return 1;
     case HostOp::get_product_string:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "lumo/vst2/Vst2Abi.h"
+#include "lumo/vst2/Vst2Entry.h"
 
 #include <array>
 #include <atomic>
@@ -19,8 +20,9 @@ public:
 
     int count(lumo::vst2::HostOp op) const { return _counts[static_cast<std::size_t>(op)].load(); }
 
-    // Loads the plug-in through its entry point.
+    // Loads the plug-in through its entry point, or through another recipe.
     lumo::vst2::AEffect* open_plugin();
+    lumo::vst2::AEffect* open_plugin(const lumo::Vst2PluginRecipe& recipe);
     static std::intptr_t dispatch(lumo::vst2::AEffect* e, lumo::vst2::PluginOp op, std::int32_t index = 0,
                                   std::intptr_t value = 0, void* ptr = nullptr, float opt = 0.0f);
     static void close_plugin(lumo::vst2::AEffect* e);
@@ -36,6 +38,11 @@ public:
     std::string product = "Test Host";
     std::string directory;
     bool can_size_window = false;
+    std::intptr_t parameter_quantization = 0;
+    bool accept_size_window = false;
+    // Throws from the vendor string request: the Windows adapter asks it in
+    // its constructor, after its base has been built.
+    bool fail_vendor_request = false;
 
     // What the plug-in sent last.
     std::atomic<int> last_automated_index{-1};

@@ -51,6 +51,19 @@ TEST(ZarquetteEntry, AHostWithATempoLeadsTheTempoParameter)
     FakeHost::close_plugin(effect);
 }
 
+// The audio side and the editor must be freed exactly once when building
+// the adapter fails half way (the sanitizer build sees a second free or a leak).
+TEST(ZarquetteEntry, AFailureAfterTheAdaptersBaseFreesEverythingOnce)
+{
+    FakeHost host;
+    host.fail_vendor_request = true;
+    EXPECT_EQ(host.open_plugin(), nullptr);
+    host.fail_vendor_request = false;
+    lumo::vst2::AEffect* effect = host.open_plugin();
+    ASSERT_NE(effect, nullptr);
+    FakeHost::close_plugin(effect);
+}
+
 using ZarquettePlugin = PluginFixture;
 
 TEST_F(ZarquettePlugin, RecordDescribesTheEffect)
@@ -213,6 +226,52 @@ TEST_F(ZarquettePlugin, ProgramSelectionAndNames)
     EXPECT_EQ(dispatch(PluginOp::copy_program, 1), 0);
 }
 
+// Hosts pass buffers of the classic sizes: short texts fit in 23 bytes with
+// their zero, the effect name in 31; a byte more would overrun them.
+TEST_F(ZarquettePlugin, TextsStayWithinTheHostsBuffers)
+{
+    std::string name(40, 'n');
+    dispatch(PluginOp::set_program_name, 0, 0, name.data());
+    char text[64];
+    std::memset(text, 'x', sizeof(text));
+    dispatch(PluginOp::get_program_name, 0, 0, text);
+    EXPECT_EQ(std::string(text), std::string(22, 'n'));
+    EXPECT_EQ(text[23], 'x');
+    // The program keeps its whole name; only the copy for the host is cut.
+    EXPECT_EQ(dispatch(PluginOp::get_program_name_indexed, 0, 0, text), 1);
+    EXPECT_EQ(std::string(text), name);
+    for (const PluginOp op : {PluginOp::get_param_label, PluginOp::get_param_display, PluginOp::get_param_name})
+    {
+        std::memset(text, 'x', sizeof(text));
+        dispatch(op, 1, 0, text);
+        EXPECT_LE(std::strlen(text), 22u);
+        EXPECT_EQ(text[23], 'x');
+    }
+}
+
+// A program holds what the parameter changes stored in it, not whatever the
+// audio side drifted to on its own (here the tempo it follows from the host):
+// copying the current program onto itself leaves the bank as it was.
+TEST_F(ZarquettePlugin, ProgramsHoldTheStoredValuesNotTheAudioSidesDrift)
+{
+    host.time_info.tempo = 100.0;
+    std::vector<float> l(64, 0.0f), r(64, 0.0f), ol(64), orr(64);
+    process(l, r, ol, orr);
+    ASSERT_NEAR(effect->get_parameter(effect, 0), (100.0 - 60.0) / 180.0, 1e-6);
+    effect->set_parameter(effect, 3, 0.75f);
+
+    const auto& adapter = *static_cast<lumo::Vst2Plugin*>(lumo::AudioEffect::from_aeffect(effect));
+    EXPECT_EQ(dispatch(PluginOp::copy_program, 0), 1);
+    const lumo::ProgramSlot copied = adapter.use_bank().use_program(0);
+    EXPECT_EQ(copied.get_value(0), 0.0f);
+    EXPECT_EQ(copied.get_value(3), 0.75f);
+    EXPECT_EQ(dispatch(PluginOp::copy_program, 0), 1);
+    for (int i = 0; i < 6; ++i)
+    {
+        EXPECT_EQ(adapter.use_bank().use_program(0).get_value(i), copied.get_value(i)) << i;
+    }
+}
+
 TEST_F(ZarquettePlugin, AutomationLimitFollowsTheHostsBudget)
 {
     host.automatable_params = 1;
@@ -283,11 +342,12 @@ protected:
     sys::ClockPin clock{1000.0};
 };
 
-TEST_F(ZarquetteAudio, ProducesSoundInBlocksOfAnySize)
+// render() checks every block for NaN, infinities and denormals.
+TEST_F(ZarquetteAudio, BlocksOfAnySizeStayFiniteAndNormal)
 {
     for (int block : {1, 255, 256, 1000, 4096})
     {
-        EXPECT_GT(render(2.0, block), 0.0f) << block;
+        render(2.0, block);
     }
     std::vector<float> none;
     process(none, none, none, none);  // zero frames
@@ -315,11 +375,50 @@ TEST_F(ZarquetteAudio, NanInputDoesNotPoisonTheOutput)
     EXPECT_GT(render(1.0, 256), 0.0f);
 }
 
+// A host that hands null channel pointers gets silence wherever it can take
+// it, never the stale contents of its own buffers.
+TEST_F(ZarquetteAudio, NullChannelPointersGiveSilence)
+{
+    render(1.0, 256);  // the engines hold sound
+    std::vector<float> l(256, 0.25f), ol(256), orr(256);
+    float* in[2] = {l.data(), l.data()};
+    float* out[2] = {ol.data(), orr.data()};
+    float* no_in[2] = {nullptr, nullptr};
+    float* right_out_only[2] = {nullptr, orr.data()};
+    const auto stale = [&] {
+        std::fill(ol.begin(), ol.end(), 0.5f);
+        std::fill(orr.begin(), orr.end(), 0.5f);
+    };
+
+    stale();
+    effect->process_replacing(effect, nullptr, out, 256);
+    EXPECT_EQ(peak(ol) + peak(orr), 0.0f);
+    stale();
+    effect->process_replacing(effect, no_in, out, 256);
+    EXPECT_EQ(peak(ol) + peak(orr), 0.0f);
+    stale();
+    effect->process_replacing(effect, in, right_out_only, 256);
+    EXPECT_EQ(peak(orr), 0.0f);
+    // The accumulating call adds silence: nothing.
+    stale();
+    effect->process(effect, nullptr, out, 256);
+    EXPECT_EQ(ol[0], 0.5f);
+    effect->process_replacing(effect, in, nullptr, 256);
+    EXPECT_GT(render(1.0, 256), 0.0f);
+}
+
+// The unconnected second output is the host's: nothing is written there.
 TEST_F(ZarquetteAudio, OnlyTheLeftChannelsConnected)
 {
     host.second_input_connected = false;
     host.second_output_connected = false;
-    EXPECT_GT(render(2.0, 300), 0.0f);
+    std::vector<float> l(300, 0.25f), r(300, 0.25f), ol(300), orr(300, 9.0f);
+    for (int b = 0; b < 300; ++b)
+    {
+        process(l, r, ol, orr);
+    }
+    EXPECT_GT(peak(ol), 0.0f);
+    EXPECT_EQ(orr, std::vector<float>(300, 9.0f));
 }
 
 TEST_F(ZarquetteAudio, OutputsMayAliasTheInputs)

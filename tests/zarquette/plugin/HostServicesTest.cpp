@@ -1,0 +1,291 @@
+#include "PluginFixture.h"
+
+#include "lumo/DspInterface.h"
+#include "lumo/HostDspInterface.h"
+#include "lumo/NormalizedParamInterface.h"
+#include "lumo/PluginInternal.h"
+#include "lumo/TempoRecord.h"
+#include "lumo/ProgramSlot.h"
+#include "lumo/TimeInfoRequest.h"
+#include "lumo/SettingKeys.h"
+#include "lumo/vst2/HostGuiVst2Win.h"
+#include "lumo/vst2/Vst2WinPlugin.h"
+#include "zarquette/ZarquetteDsp.h"
+#include "zarquette/plugin/ZarquetteRecipe.h"
+
+#include <string>
+#include <tuple>
+#include <vector>
+
+namespace
+{
+
+using lumo::vst2::HostOp;
+using lumo::vst2::PluginOp;
+
+// The plug-in in a fake host, reached from inside: its adapter and the host
+// services its audio side uses.
+class HostServices : public PluginFixture
+{
+protected:
+    lumo::Vst2WinPlugin& adapter()
+    {
+        return *static_cast<lumo::Vst2WinPlugin*>(lumo::AudioEffect::from_aeffect(effect));
+    }
+    lumo::HostDspInterface& services() { return *adapter().use_dsp()->use_host(); }
+
+    void render_block()
+    {
+        std::vector<float> l(64, 0.0f), r(64, 0.0f), ol(64), orr(64);
+        process(l, r, ol, orr);
+    }
+};
+
+TEST_F(HostServices, CanTempoIsAskedAgainAfterANoAndKeptAfterAYes)
+{
+    // A host without a tempo from the start (the plug-in asks while it opens).
+    close();
+    host.has_time_info = false;
+    open();
+    const int before = host.count(HostOp::get_time);
+    EXPECT_EQ(services().get_setting_num("can_tempo"), 0.0);
+    EXPECT_EQ(services().get_setting_num("can_tempo"), 0.0);
+    EXPECT_EQ(host.count(HostOp::get_time), before + 2);
+    EXPECT_EQ(host.last_time_mask.load(), lumo::vst2::time_info_flags::tempo_valid);
+
+    host.has_time_info = true;
+    host.time_info.flags = 0;  // a time record, but no tempo in it
+    EXPECT_EQ(services().get_setting_num("can_tempo"), 0.0);
+    host.time_info.flags = lumo::vst2::time_info_flags::tempo_valid;
+    EXPECT_EQ(services().get_setting_num("can_tempo"), 1.0);
+    // A host that once reported a tempo is not asked again.
+    host.has_time_info = false;
+    const int after_yes = host.count(HostOp::get_time);
+    EXPECT_EQ(services().get_setting_num("can_tempo"), 1.0);
+    EXPECT_EQ(host.count(HostOp::get_time), after_yes);
+}
+
+TEST_F(HostServices, TimeRequestsWithAndWithoutTempo)
+{
+    host.time_info.tempo = 133.0;
+    lumo::TimeInfoRequest plain;
+    services().get_time_info(plain);
+    EXPECT_FALSE(plain.failed);
+    EXPECT_EQ(host.last_time_mask.load(), 0);
+    EXPECT_EQ(plain.tempo, 0.0);
+
+    lumo::TimeInfoRequest with_tempo;
+    with_tempo.want_tempo = true;
+    services().get_time_info(with_tempo);
+    EXPECT_EQ(host.last_time_mask.load(), lumo::vst2::time_info_flags::tempo_valid);
+    EXPECT_TRUE(with_tempo.want_tempo);
+    EXPECT_EQ(with_tempo.tempo, 133.0);
+
+    host.time_info.flags = 0;
+    lumo::TimeInfoRequest no_tempo_known;
+    no_tempo_known.want_tempo = true;
+    services().get_time_info(no_tempo_known);
+    EXPECT_FALSE(no_tempo_known.failed);
+    EXPECT_FALSE(no_tempo_known.want_tempo);
+
+    host.has_time_info = false;
+    lumo::TimeInfoRequest refused;
+    services().get_time_info(refused);
+    EXPECT_TRUE(refused.failed);
+}
+
+TEST_F(HostServices, ParameterQuantizationIsTheStepOfTheHostsCount)
+{
+    for (const auto& [count, step] : std::vector<std::pair<std::intptr_t, double>>{
+             {0, 0.0}, {1, 0.0}, {-5, 0.0}, {2, 0.5}, {128, 1.0 / 128.0}})
+    {
+        host.parameter_quantization = count;
+        EXPECT_EQ(services().get_setting_num("param_quantization"), step) << count;
+    }
+    EXPECT_EQ(services().get_setting_num("no such key"), 0.0);
+}
+
+// Every host tempo handed to the audio side lands in the plug-in's tempo
+// record: a mark written there between blocks survives only the blocks in
+// which the host's tempo did not change.
+TEST_F(HostServices, TheHostTempoReachesTheEffectOnlyWhenItChanges)
+{
+    auto* core = dynamic_cast<lumo::PluginInternal*>(adapter().use_dsp());
+    ASSERT_NE(core, nullptr);
+    lumo::TempoRecord& record = *core->use_tempo_record();
+    std::vector<float> seen;
+    for (const double bpm : {120.0, 120.0, 120.0, 120.5, 120.5})
+    {
+        record.bpm.store(-1.0f);
+        host.time_info.tempo = bpm;
+        render_block();
+        seen.push_back(record.bpm.load());
+    }
+    EXPECT_EQ(seen, (std::vector<float>{120.0f, -1.0f, -1.0f, 120.5f, -1.0f}));
+    EXPECT_NEAR(effect->get_parameter(effect, 0), (120.5 - 60.0) / 180.0, 1e-6);
+}
+
+TEST_F(HostServices, HostAutomationWaitsWhileTheEditorHoldsAParameter)
+{
+    effect->set_parameter(effect, 2, 0.25f);
+    ASSERT_TRUE(services().take(2, 200));  // the user grabs the knob
+    ASSERT_TRUE(services().set_and_report_param(2, 0.5f, 200));
+    effect->set_parameter(effect, 2, 0.75f);
+    EXPECT_EQ(effect->get_parameter(effect, 2), 0.5f);
+    services().release(2, 200);
+    effect->set_parameter(effect, 2, 0.75f);
+    EXPECT_EQ(effect->get_parameter(effect, 2), 0.75f);
+}
+
+// A program chosen from inside the plug-in is reported to the host value by
+// value; one chosen by the host is not echoed back, and lets go of the
+// parameters at once.
+TEST_F(HostServices, ProgramChangesReportAndReleaseAsTheirSourceNeeds)
+{
+    lumo::ProgramSlot program = adapter().use_bank().use_program(0);
+    for (int i = 0; i < program.get_nbr_values(); ++i)
+    {
+        program.set_value(i, 0.125f * static_cast<float>(i));
+    }
+    const int automated = host.count(HostOp::automate);
+    const int displays = host.count(HostOp::update_display);
+    services().set_program(program, 200);
+    EXPECT_EQ(host.count(HostOp::automate), automated + 6);
+    EXPECT_EQ(host.count(HostOp::update_display), displays + 1);
+    EXPECT_EQ(host.last_automated_value.load(), 0.625f);
+    EXPECT_EQ(effect->get_parameter(effect, 3), 0.375f);
+    // Still held by the program's level: host automation waits.
+    EXPECT_FALSE(services().is_free(3, 100));
+
+    dispatch(PluginOp::set_program, 0, 0);
+    EXPECT_EQ(host.count(HostOp::automate), automated + 6);
+    EXPECT_EQ(host.count(HostOp::update_display), displays + 2);
+    EXPECT_TRUE(services().is_free(3, 100));
+}
+
+// Live wants edits closed from its own idle calls, never from another thread.
+TEST(HostServicesLive, IdleCallsCloseTheGesturesWhereTheHostForbidsTheBackgroundThread)
+{
+    FakeHost host;
+    host.vendor = "ableton";
+    host.product = "LIVE";
+    lumo::vst2::AEffect* effect = host.open_plugin();
+    ASSERT_NE(effect, nullptr);
+    auto& adapter = *static_cast<lumo::Vst2WinPlugin*>(lumo::AudioEffect::from_aeffect(effect));
+    EXPECT_FALSE(adapter.is_using_bkg_thread());
+    EXPECT_EQ(adapter.use_bkg_container().get_size(), 0);
+
+    ASSERT_TRUE(adapter.take(1, 200));
+    ASSERT_TRUE(adapter.set_and_report_param(1, 0.5f, 200));
+    EXPECT_EQ(host.last_begin_edit.load(), 1);
+    EXPECT_EQ(FakeHost::dispatch(effect, PluginOp::idle), 1);
+    EXPECT_EQ(host.last_end_edit.load(), -1);  // still held
+    adapter.release(1, 200);
+    FakeHost::dispatch(effect, PluginOp::idle);
+    EXPECT_EQ(host.last_end_edit.load(), 1);
+    FakeHost::close_plugin(effect);
+
+    FakeHost other;
+    other.product = "Live Recorder";
+    effect = other.open_plugin();
+    ASSERT_NE(effect, nullptr);
+    EXPECT_TRUE(static_cast<lumo::Vst2WinPlugin*>(lumo::AudioEffect::from_aeffect(effect))->is_using_bkg_thread());
+    FakeHost::close_plugin(effect);
+}
+
+TEST_F(HostServices, TheEditorsWindowFollowsOnlyWhatTheHostAccepts)
+{
+    lumo::HostGuiVst2Win editor_services;
+    editor_services.set_adapter(&adapter());
+    // A host that cannot size windows is not asked; the editor resizes itself.
+    host.can_size_window = false;
+    EXPECT_EQ(editor_services.get_setting_num(lumo::setting_key::can_resize_window), 0.0);
+    EXPECT_EQ(editor_services.resize_window(400, 300), 0);
+    EXPECT_EQ(host.count(HostOp::size_window), 0);
+    // A host that can, but refuses this size: the editor keeps its size.
+    host.can_size_window = true;
+    EXPECT_EQ(editor_services.get_setting_num(lumo::setting_key::can_resize_window), 1.0);
+    EXPECT_EQ(editor_services.resize_window(400, 300), -1);
+    EXPECT_EQ(host.count(HostOp::size_window), 1);
+    host.accept_size_window = true;
+    EXPECT_EQ(editor_services.resize_window(400, 300), 0);
+
+    EXPECT_EQ(editor_services.get_setting_str(lumo::setting_key::interface_standard), "VST 2.0");
+    EXPECT_EQ(editor_services.get_setting_str(lumo::setting_key::interface_info),
+              "VST is a trademark of Steinberg Media AG.\nhttps://www.steinberg.net");
+    EXPECT_EQ(editor_services.get_setting_str("no such key"), "");
+}
+
+// The effect with other answers to the adapter's setting queries.
+class OtherSettingsDsp : public zarquette::ZarquetteDsp
+{
+public:
+    static std::string category;
+    static double hide_parameters;
+
+    std::string get_setting_str(const char* key) const override
+    {
+        return lumo::is_setting_key(key, lumo::setting_key::plugin_category) ? category
+                                                                              : ZarquetteDsp::get_setting_str(key);
+    }
+    double get_setting_num(const char* key) const override
+    {
+        return lumo::is_setting_key(key, lumo::setting_key::hide_parameters) ? hide_parameters
+                                                                              : ZarquetteDsp::get_setting_num(key);
+    }
+};
+
+std::string OtherSettingsDsp::category = "effect";
+double OtherSettingsDsp::hide_parameters = 0.0;
+
+lumo::DspInterface* create_other_settings_dsp()
+{
+    return new OtherSettingsDsp;
+}
+
+lumo::Vst2PluginRecipe make_other_settings_recipe()
+{
+    lumo::Vst2PluginRecipe recipe = zarquette::get_vst2_recipe();
+    recipe.create_dsp = &create_other_settings_dsp;
+    return recipe;
+}
+
+TEST(HostServicesSettings, CategorySpellings)
+{
+    FakeHost host;
+    const lumo::Vst2PluginRecipe recipe = make_other_settings_recipe();
+    for (const auto& [text, category, synth] : std::vector<std::tuple<std::string, int, bool>>{
+             {"", 1, false}, {"Effect", 1, false}, {"hybrid", 1, false}, {"INSTRUMENT", 2, true},
+             {"Analyser", 3, false}, {"analyzer", 0, false}, {"effects", 0, false}})
+    {
+        OtherSettingsDsp::category = text;
+        lumo::vst2::AEffect* effect = host.open_plugin(recipe);
+        ASSERT_NE(effect, nullptr);
+        EXPECT_EQ(FakeHost::dispatch(effect, PluginOp::get_plug_category), category) << text;
+        EXPECT_EQ((effect->flags & lumo::vst2::effect_flags::is_synth) != 0, synth) << text;
+        FakeHost::close_plugin(effect);
+    }
+    OtherSettingsDsp::category = "effect";
+}
+
+// Hidden parameters: the host sees none, and hears of no change.
+TEST(HostServicesSettings, HiddenParametersAreNeitherShownNorReported)
+{
+    FakeHost host;
+    OtherSettingsDsp::hide_parameters = 1.0;
+    lumo::vst2::AEffect* effect = host.open_plugin(make_other_settings_recipe());
+    ASSERT_NE(effect, nullptr);
+    EXPECT_EQ(effect->num_params, 0);
+    effect->set_parameter(effect, 0, 0.5f);
+    EXPECT_EQ(effect->get_parameter(effect, 0), 0.0f);
+    auto& adapter = *static_cast<lumo::Vst2Plugin*>(lumo::AudioEffect::from_aeffect(effect));
+    const int automated = host.count(HostOp::automate);
+    ASSERT_TRUE(adapter.set_and_report_param(2, 0.5f, 200));
+    EXPECT_EQ(adapter.use_dsp()->use_param(2).get_norm(), 0.5f);
+    EXPECT_EQ(host.count(HostOp::automate), automated);
+    EXPECT_EQ(host.count(HostOp::begin_edit), 0);
+    FakeHost::close_plugin(effect);
+    OtherSettingsDsp::hide_parameters = 0.0;
+}
+
+}  // namespace
