@@ -1,0 +1,54 @@
+#pragma once
+
+#include "gadu/Picture.h"
+
+#include <cstdint>
+
+namespace gadu
+{
+
+class RenderingBufferInterface;
+
+// Drawing of a control's pictures with the control's opacity. Below one step
+// of an 8-bit alpha nothing would show, so nothing is drawn; from one step
+// below full the picture is drawn opaque, which is both exact to the eye and
+// the fast path. (x, y) is the buffer origin's position relative to the hot
+// spot, as Picture takes it.
+namespace opacity_draw
+{
+
+constexpr float kInvisible = 1.0f / 256.0f;
+constexpr float kOpaque = 1.0f - 1.0f / 256.0f;
+
+inline bool is_visible(float opacity)
+{
+    return opacity >= kInvisible;
+}
+
+inline std::int32_t draw(const Picture& picture, double x, double y, std::int32_t width, std::int32_t height,
+                         RenderingBufferInterface& buffer, float opacity)
+{
+    if (!is_visible(opacity))
+    {
+        return 0;
+    }
+    return picture.draw_at(x, y, width, height, buffer, opacity >= kOpaque ? 1.0f : opacity);
+}
+
+inline std::int32_t draw_rotated(const Picture& picture, double x, double y, std::int32_t width,
+                                 std::int32_t height, double angle, RenderingBufferInterface& buffer, float opacity)
+{
+    if (!is_visible(opacity))
+    {
+        return 0;
+    }
+    if (opacity >= kOpaque)
+    {
+        return picture.draw_rotated(x, y, width, height, angle, buffer);
+    }
+    return picture.draw_rotated(x, y, width, height, angle, buffer, opacity);
+}
+
+}  // namespace opacity_draw
+
+}  // namespace gadu
