@@ -20,7 +20,7 @@ constexpr std::int32_t kCy = 64;
 
 // A knob set up as the editor sets its knobs: centred at (64, 64), a hit
 // square of 80 pixels, one range per 256 pixels, fine factor 1/32.
-class KnobDragTest : public gadu_test::ControlHarness
+class KnobMouseTest : public gadu_test::ControlHarness
 {
 protected:
     void SetUp() override
@@ -62,7 +62,7 @@ protected:
     Knob knob;
 };
 
-TEST_F(KnobDragTest, DraggingUpBy128PixelsMovesHalfTheRangeAsAGesture)
+TEST_F(KnobMouseTest, DraggingUpBy128PixelsMovesHalfTheRangeAsAGesture)
 {
     window.press(kCx, kCy, mouse_button::left);
     EXPECT_EQ(knob.use_behaviour().get_state(), PotBehaviour::drag);
@@ -111,7 +111,7 @@ TEST_F(KnobDragTest, DraggingUpBy128PixelsMovesHalfTheRangeAsAGesture)
     EXPECT_NEAR(last, 0.5, 1e-9);
 }
 
-TEST_F(KnobDragTest, SidewaysMotionIsFineAndHysteresisKeepsTheModeInBetween)
+TEST_F(KnobMouseTest, SidewaysMotionIsFineAndHysteresisKeepsTheModeInBetween)
 {
     window.press(kCx, kCy, mouse_button::left);
     drag_by(256, 0);
@@ -147,7 +147,7 @@ TEST_F(KnobDragTest, SidewaysMotionIsFineAndHysteresisKeepsTheModeInBetween)
     EXPECT_NEAR(knob.get_value(), coarse + 20.0 / 256.0, 1e-9);
 }
 
-TEST_F(KnobDragTest, TurningBackAfterAnOvershootStartsFromTheEnd)
+TEST_F(KnobMouseTest, TurningBackAfterAnOvershootStartsFromTheEnd)
 {
     window.press(kCx, kCy, mouse_button::left);
     drag_by(0, -306);
@@ -175,7 +175,7 @@ TEST_F(KnobDragTest, TurningBackAfterAnOvershootStartsFromTheEnd)
 // at f = 3 Hz; when the distance shrank by more than a third since the last
 // step, f grows by the ratio of the distances. The timer (every 30 ms) is
 // first served 2 ms after the press.
-TEST_F(KnobDragTest, SmoothingFollowsItsFormulaWithAPinnedClock)
+TEST_F(KnobMouseTest, SmoothingFollowsItsFormulaWithAPinnedClock)
 {
     const auto follow = [](double hz, double dt) { return 1.0 - std::exp(-2.0 * kPi * hz * dt); };
     window.press(kCx, kCy, mouse_button::left);
@@ -200,7 +200,7 @@ TEST_F(KnobDragTest, SmoothingFollowsItsFormulaWithAPinnedClock)
     EXPECT_DOUBLE_EQ(knob.get_value(), 0.0);
 }
 
-TEST_F(KnobDragTest, DoubleClickRestoresTheDefaultInOneChange)
+TEST_F(KnobMouseTest, DoubleClickRestoresTheDefaultInOneChange)
 {
     knob.set_default_value(0.3);
     window.press(kCx, kCy, mouse_button::left);
@@ -221,7 +221,7 @@ TEST_F(KnobDragTest, DoubleClickRestoresTheDefaultInOneChange)
     EXPECT_EQ(values[0].level, 1);
 }
 
-TEST_F(KnobDragTest, AClickOutsideEveryControlChangesNothing)
+TEST_F(KnobMouseTest, AClickOutsideEveryControlChangesNothing)
 {
     knob.set_value(0.4, 200);
     window.paint();
@@ -237,7 +237,7 @@ TEST_F(KnobDragTest, AClickOutsideEveryControlChangesNothing)
     EXPECT_TRUE(window.paint().is_empty());
 }
 
-TEST_F(KnobDragTest, ARefusedChangeEndsTheGestureAndKeepsTheValue)
+TEST_F(KnobMouseTest, ARefusedChangeEndsTheGestureAndKeepsTheValue)
 {
     listener.refuse_below = 1000;
     window.press(kCx, kCy, mouse_button::left);
@@ -249,7 +249,7 @@ TEST_F(KnobDragTest, ARefusedChangeEndsTheGestureAndKeepsTheValue)
     window.release(kCx, kCy, mouse_button::left);
 }
 
-TEST_F(KnobDragTest, ASecondButtonDuringADragBelongsToTheDrag)
+TEST_F(KnobMouseTest, ASecondButtonDuringADragBelongsToTheDrag)
 {
     window.press(kCx, kCy, mouse_button::left);
     drag_by(0, -32);
@@ -262,7 +262,7 @@ TEST_F(KnobDragTest, ASecondButtonDuringADragBelongsToTheDrag)
     EXPECT_NEAR(knob.get_value(), 0.25, 1e-9);
 }
 
-TEST_F(KnobDragTest, APlainCaptureKeepsTheCursorAndComputesItsOwnMotion)
+TEST_F(KnobMouseTest, APlainCaptureKeepsTheCursorAndComputesItsOwnMotion)
 {
     MouseCompatibility::use_instance().set_mode(MouseCompatibility::kPlainCapture);
     window.press(kCx, kCy, mouse_button::left);
@@ -280,14 +280,88 @@ TEST_F(KnobDragTest, APlainCaptureKeepsTheCursorAndComputesItsOwnMotion)
     EXPECT_EQ(window.get_cursor().y, kCy - 128);
 }
 
-TEST_F(KnobDragTest, HidingTheKnobStopsItsGesture)
+TEST_F(KnobMouseTest, HidingTheKnobStopsItsGesture)
 {
     window.press(kCx, kCy, mouse_button::left);
     drag_by(0, -10);
     knob.handle_message(ShowObject(false));
     EXPECT_EQ(knob.use_behaviour().get_state(), PotBehaviour::idle);
     EXPECT_FALSE(window.holds_capture());
-    EXPECT_EQ(window.use_timers().is_active(1), false);
+}
+
+TEST_F(KnobMouseTest, OnlyTheLowerCornerTrianglesJog)
+{
+    // Window pixels; the hit square runs from (24, 24) to (104, 104).
+    EXPECT_EQ(knob.get_jog_direction(26, 102), -1);
+    EXPECT_EQ(knob.get_jog_direction(24, 103), -1);
+    EXPECT_EQ(knob.get_jog_direction(101, 102), 1);
+    EXPECT_EQ(knob.get_jog_direction(64, 102), 0);
+    EXPECT_EQ(knob.get_jog_direction(26, 70), 0);
+    EXPECT_EQ(knob.get_jog_direction(64, 64), 0);
+    knob.set_angle(0.0f, 0.75f);
+    EXPECT_EQ(knob.get_jog_direction(26, 102), 1);
+    EXPECT_EQ(knob.get_jog_direction(101, 102), -1);
+    knob.set_angle(0.0f, 0.0f);
+    EXPECT_EQ(knob.get_jog_direction(26, 102), 0);
+}
+
+// A held jog eases its speed towards the requested one with a time constant
+// of 8 s (each tick: speed += (8 S - 8 speed) dt / 64), and the value moves by
+// dt times the speed; ticks come every 30 ms from 2 ms after the press.
+TEST_F(KnobMouseTest, AHeldCornerJogsSlowlyTowardsTheStart)
+{
+    knob.set_value(0.5, 200);
+    window.press(26, 102, mouse_button::left);
+    ASSERT_EQ(knob.use_behaviour().get_state(), PotBehaviour::jog);
+    EXPECT_TRUE(window.is_cursor_visible());
+    wait(0.5);
+    double speed = 0.0;
+    double value = 0.5;
+    double last = 0.0;
+    for (double t = 0.002; t <= 0.5; t += 0.030)
+    {
+        const double dt = t - last;
+        speed = std::clamp(speed + (-8.0 - 8.0 * speed) * dt / 64.0, -1.0, speed);
+        value += dt * speed;
+        last = t;
+    }
+    EXPECT_NEAR(knob.get_value(), value, 1e-9);
+    EXPECT_NEAR(knob.use_behaviour().get_jog_speed(), speed, 1e-12);
+    EXPECT_EQ(listener.of("value").back().level, 200);
+
+    // Released, the speed falls by a quarter every tick and the jog ends.
+    window.release(26, 102, mouse_button::left);
+    wait(3.0);
+    EXPECT_EQ(knob.use_behaviour().get_state(), PotBehaviour::idle);
+    EXPECT_LT(knob.get_value(), value);
+    EXPECT_GT(knob.get_value(), value - 0.01);
+    EXPECT_EQ(listener.of("value").back().level, 50);
+}
+
+TEST_F(KnobMouseTest, MovingSidewaysDuringAJogSetsItsSpeedWhichOutlivesTheRelease)
+{
+    knob.set_value(0.5, 200);
+    window.press(101, 102, mouse_button::left);
+    window.move(101 - 4, 102);
+    wait(0.1);
+    EXPECT_FALSE(knob.use_behaviour().is_jog_speed_by_mouse());
+    EXPECT_GT(knob.use_behaviour().get_jog_speed(), 0.0);
+
+    window.move(101 - 64, 102);
+    wait(0.03);
+    EXPECT_DOUBLE_EQ(knob.use_behaviour().get_jog_speed(), -64.0 * 64.0 / 65536.0);
+    const double before = knob.get_value();
+    wait(0.6);
+    EXPECT_NEAR(knob.get_value(), before - 0.6 * 0.0625, 1e-9);
+
+    // The pot runs on at that speed (still at 200) until it reaches the end.
+    window.release(101 - 64, 102, mouse_button::left);
+    wait(1.0);
+    EXPECT_EQ(knob.use_behaviour().get_state(), PotBehaviour::jog);
+    EXPECT_EQ(listener.of("value").back().level, 200);
+    wait(10.0);
+    EXPECT_DOUBLE_EQ(knob.get_value(), 0.0);
+    EXPECT_EQ(knob.use_behaviour().get_state(), PotBehaviour::idle);
 }
 
 }  // namespace
