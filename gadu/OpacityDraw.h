@@ -1,7 +1,9 @@
 #pragma once
 
+#include "gadu/PicDataInterface.h"
 #include "gadu/Picture.h"
 
+#include <cmath>
 #include <cstdint>
 
 namespace gadu
@@ -32,7 +34,19 @@ inline std::int32_t draw(const Picture& picture, double x, double y, std::int32_
     {
         return 0;
     }
-    return picture.draw_at(x, y, width, height, buffer, opacity >= kOpaque ? 1.0f : opacity);
+    const PicDataInterface* pic = picture.use_picture();
+    if (opacity >= kOpaque || pic == nullptr)
+    {
+        return picture.draw_at(x, y, width, height, buffer);
+    }
+    // The translating drawing copies at whole-pixel points without fading;
+    // the turning one at no angle samples the same pixels and fades them.
+    // Pictures without alpha cannot fade and are copied.
+    const Rect hit = picture.get_hit_rect();
+    const std::int32_t drawn =
+        pic->draw_rotated_faded(static_cast<float>(x - hit.x1), static_cast<float>(y - hit.y1), width, height, 0.0f,
+                                buffer, picture.get_source_rect(), opacity);
+    return drawn != 0 ? drawn : picture.draw_at(x, y, width, height, buffer);
 }
 
 inline std::int32_t draw_rotated(const Picture& picture, double x, double y, std::int32_t width,
@@ -45,6 +59,11 @@ inline std::int32_t draw_rotated(const Picture& picture, double x, double y, std
     if (opacity >= kOpaque)
     {
         return picture.draw_rotated(x, y, width, height, angle, buffer);
+    }
+    // An angle too small to turn anything is a translation, faded as above.
+    if (!(std::fabs(angle) >= 1e-9))
+    {
+        return draw(picture, x, y, width, height, buffer, opacity);
     }
     return picture.draw_rotated(x, y, width, height, angle, buffer, opacity);
 }
