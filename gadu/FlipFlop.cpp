@@ -103,7 +103,7 @@ void FlipFlop::stop_animation()
 // answer at once.
 std::int32_t FlipFlop::on_mouse_click(const MouseClick& message)
 {
-    if (message.get_buttons() == 0 || !is_enabled())
+    if (!is_gesture_press(message) || !is_enabled())
     {
         return 0;
     }

@@ -262,6 +262,10 @@ void Knob::draw_layer(const ControlPainter& painter, double angle) const
 
 std::int32_t Knob::on_mouse_click(const MouseClick& message)
 {
+    if (message.get_buttons() != 0 && !is_gesture_press(message))
+    {
+        return 0;
+    }
     const bool was_shown = shows_drag_pointer();
     const std::int32_t result = message.get_buttons() != 0 ? press(message) : release_button();
     follow_pointer(was_shown);

@@ -364,5 +364,21 @@ TEST_F(KnobMouseTest, MovingSidewaysDuringAJogSetsItsSpeedWhichOutlivesTheReleas
     EXPECT_EQ(knob.use_behaviour().get_state(), PotBehaviour::idle);
 }
 
+TEST_F(KnobMouseTest, AButtonLeftOutOfTheGesturesIsLeftToTheListeners)
+{
+    knob.set_gesture_buttons(mouse_button::left);
+    window.press(kCx, kCy, mouse_button::right);
+    EXPECT_EQ(knob.use_behaviour().get_state(), PotBehaviour::idle);
+    EXPECT_FALSE(window.holds_capture());
+    drag_by(0, -20);
+    window.release(kCx, kCy - 20, mouse_button::right);
+    EXPECT_TRUE(listener.events.empty());
+    EXPECT_TRUE(knob.is_pressed());
+
+    window.press(kCx, kCy, mouse_button::left);
+    EXPECT_EQ(knob.use_behaviour().get_state(), PotBehaviour::drag);
+    window.release(kCx, kCy, mouse_button::left);
+}
+
 }  // namespace
 }  // namespace gadu
