@@ -251,6 +251,11 @@ void Knob::draw_layer(const ControlPainter& painter, double angle) const
     const auto count = static_cast<double>(_layers.size());
     const double u = (angle * 0.5 / kPi - _layer_phase) / _layer_span + 0.5 / count;
     const double scaled = (u - std::floor(u)) * count;
+    // A configuration that is not a number picks no layer at all.
+    if (!std::isfinite(scaled))
+    {
+        return;
+    }
     const auto index = static_cast<std::size_t>(std::min(std::floor(scaled), count - 1.0));
     const PresentPicture& layer = _layers[index];
     if (layer.present)
@@ -349,9 +354,20 @@ std::int32_t Knob::on_mouse_move(const MouseMove& message)
     return result;
 }
 
+// The knob's own release lets go of the capture before the loss is reported.
+// A loss while the knob still holds it means the platform took the mouse away
+// (another window, a system dialog): the button's release will go elsewhere,
+// so the gesture ends here, or the parameter would stay held.
 std::int32_t Knob::on_mouse_capture_lost(const MouseCaptureLost& /*message*/)
 {
+    const bool taken_away = _behaviour.holds_capture();
     _behaviour.forget_capture();
+    if (taken_away && _button_down)
+    {
+        const bool was_shown = shows_drag_pointer();
+        release_button();
+        follow_pointer(was_shown);
+    }
     return 0;
 }
 
