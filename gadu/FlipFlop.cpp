@@ -140,6 +140,7 @@ std::int32_t FlipFlop::on_notify(const Notify& message)
 std::int32_t FlipFlop::on_redraw(const Redraw& message)
 {
     const double value = get_value();
+    // A NaN last drawn value (nothing drawn yet) compares false and starts nothing.
     if (_animate_external && !is_animating() && _duration >= kInstant && std::fabs(value - _last_drawn) >= kInstant)
     {
         start_animation(_last_drawn);

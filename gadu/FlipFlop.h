@@ -6,6 +6,7 @@
 #include "gadu/PresentPicture.h"
 
 #include <cstdint>
+#include <limits>
 #include <vector>
 
 namespace gadu
@@ -68,7 +69,9 @@ private:
     double _start = 0.0;
     double _position = 0.0;
     std::uint32_t _timer_id = kNoTimer;
-    double _last_drawn = 0.0;
+    // Not a number until the first drawing: what the user never saw does not
+    // animate.
+    double _last_drawn = std::numeric_limits<double>::quiet_NaN();
     bool _animate_external = true;
     float _opacity = 1.0f;
 };

@@ -132,5 +132,18 @@ TEST_F(FlipFlopTest, MoreStatesShowTheRoundedPosition)
     EXPECT_EQ(flip.get_state_count(), 3);
 }
 
+TEST_F(FlipFlopTest, TheFirstDrawingShowsTheValueWithoutAnimating)
+{
+    FlipFlop fresh;
+    fresh.set_state_picture(1, Picture(on_pic.get()));
+    fresh.set_hit_rect(Rect{0, 0, 31, 25});
+    fresh.set_position(4, 90);
+    fresh.set_value_from_param(1.0, 1);
+    group.add_control(fresh);
+    window.paint_all();
+    EXPECT_FALSE(fresh.is_animating());
+    EXPECT_EQ(screen_at(10, 100), kOn);
+}
+
 }  // namespace
 }  // namespace gadu
