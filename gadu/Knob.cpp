@@ -324,6 +324,7 @@ std::int32_t Knob::release_button()
         return 0;
     }
     _button_down = false;
+    set_pressed(false);
     release(PotBehaviour::kLevelHeld);
     _behaviour.release_capture();
     _released = true;

@@ -69,7 +69,9 @@ TEST_F(KnobMouseTest, DraggingUpBy128PixelsMovesHalfTheRangeAsAGesture)
     EXPECT_FALSE(window.is_cursor_visible());
     drag_by(0, -128);
     const double at_release = knob.get_value();
+    EXPECT_TRUE(knob.is_pressed());
     window.release(kCx, kCy, mouse_button::left);
+    EXPECT_FALSE(knob.is_pressed());
     EXPECT_TRUE(window.is_cursor_visible());
     EXPECT_FALSE(window.holds_capture());
     // The shown value lags the pointer by about its speed over 2 pi f (here
