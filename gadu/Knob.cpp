@@ -1,8 +1,8 @@
 #include "gadu/Knob.h"
 
+#include "gadu/ControlPainter.h"
 #include "gadu/GraphicMessage.h"
 #include "gadu/MouseMessage.h"
-#include "gadu/ControlPainter.h"
 #include "gadu/RectOps.h"
 #include "gadu/TimerMessage.h"
 #include "sys/Clock.h"
@@ -44,9 +44,13 @@ Rect turning_bounds(const Picture& picture)
     return Rect::of_size(-r, -r, 2 * r + 1, 2 * r + 1);
 }
 
+// A margin that is not a number, or larger than any screen, is held at a
+// million pixels, which covers every window and still converts safely.
 Rect grown(const Rect& rect, float margin)
 {
-    const auto m = static_cast<std::int64_t>(std::ceil(std::fabs(margin)));
+    constexpr double kFar = 1e6;
+    const double held = std::fabs(margin) < kFar ? std::fabs(margin) : kFar;
+    const auto m = static_cast<std::int64_t>(std::ceil(held));
     return Rect::of_size(std::int64_t{rect.x1} - m, std::int64_t{rect.y1} - m,
                          std::int64_t{rect.x2} - rect.x1 + 2 * m, std::int64_t{rect.y2} - rect.y1 + 2 * m);
 }
@@ -151,10 +155,12 @@ std::int32_t Knob::get_jog_direction(std::int32_t x, std::int32_t y) const
     const Picture& first = _layers.front().picture;
     const Rect area = _layers.front().present && first.use_picture() != nullptr ? first.get_hit_rect()
                                                                                  : get_hit_rect();
-    const std::int64_t w = std::int64_t{area.x2} - area.x1;
-    const std::int64_t h = std::int64_t{area.y2} - area.y1;
-    const std::int64_t px = std::int64_t{x} - get_x() - area.x1;
-    const std::int64_t py = std::int64_t{y} - get_y() - area.y1;
+    // In doubles: exact for any real knob, and no overflow for rectangles
+    // that span the whole 32-bit range.
+    const double w = static_cast<double>(std::int64_t{area.x2} - area.x1);
+    const double h = static_cast<double>(std::int64_t{area.y2} - area.y1);
+    const double px = static_cast<double>(std::int64_t{x} - get_x() - area.x1);
+    const double py = static_cast<double>(std::int64_t{y} - get_y() - area.y1);
     const std::int32_t sign = _angle_span > 0.0f ? 1 : (_angle_span < 0.0f ? -1 : 0);
     if (w <= 0 || h <= 0)
     {
