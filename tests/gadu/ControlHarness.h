@@ -93,9 +93,7 @@ class ControlHarness : public ::testing::Test
 protected:
     ControlHarness()
     {
-        background_bytes = solid_apic(kScreen, kScreen, kBackgroundColour);
-        background_pic = load(background_bytes);
-        background.set_picture(gadu::Picture(background_pic.get()));
+        background.set_picture(gadu::Picture(load(solid_apic(kScreen, kScreen, kBackgroundColour))));
         background.set_position(0, 0);
         group.set_position(0, 0);
         window.set_background_root(&background);
@@ -103,9 +101,13 @@ protected:
         window.set_time(now);
     }
 
-    std::unique_ptr<gadu::PicDataInterface> load(const std::vector<std::uint8_t>& bytes) const
+    // A picture of the resource's bytes, both kept for the test's life.
+    const gadu::PicDataInterface* load(std::vector<std::uint8_t> bytes)
     {
-        return gadu::PicDataFactory::use_instance().create_from_bytes(bytes.data(), bytes.size());
+        resources.push_back(std::move(bytes));
+        const std::vector<std::uint8_t>& kept = resources.back();
+        pictures.push_back(gadu::PicDataFactory::use_instance().create_from_bytes(kept.data(), kept.size()));
+        return pictures.back().get();
     }
 
     void open()
@@ -139,8 +141,9 @@ protected:
 
     double now = 100.0;
     sys::ClockPin pin{100.0};
-    std::vector<std::uint8_t> background_bytes;
-    std::unique_ptr<gadu::PicDataInterface> background_pic;
+    // The bytes of a resource move with the list, but never move in memory.
+    std::vector<std::vector<std::uint8_t>> resources;
+    std::vector<std::unique_ptr<gadu::PicDataInterface>> pictures;
     gadu::OffscreenWindow window{kScreen, kScreen};
     gadu::BackgroundItem background;
     gadu::CtrlGroupItem group;

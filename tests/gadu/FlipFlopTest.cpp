@@ -20,13 +20,10 @@ class FlipFlopTest : public gadu_test::ControlHarness
 protected:
     void SetUp() override
     {
-        off_bytes = gadu_test::solid_apic(39, 25, kOff);
-        on_bytes = gadu_test::solid_apic(31, 25, kOn);
-        off_pic = load(off_bytes);
-        on_pic = load(on_bytes);
-        Picture on(on_pic.get());
+        on_pic = load(gadu_test::solid_apic(31, 25, kOn));
+        Picture on(on_pic);
         on.set_hot_spot(-8, 0);
-        flip.set_state_picture(0, Picture(off_pic.get()));
+        flip.set_state_picture(0, Picture(load(gadu_test::solid_apic(39, 25, kOff))));
         flip.set_state_picture(1, on);
         flip.set_animation_duration(0.1);
         flip.set_hit_rect(Rect{0, 0, 39, 25});
@@ -45,10 +42,7 @@ protected:
         window.paint();
     }
 
-    std::vector<std::uint8_t> off_bytes;
-    std::vector<std::uint8_t> on_bytes;
-    std::unique_ptr<PicDataInterface> off_pic;
-    std::unique_ptr<PicDataInterface> on_pic;
+    const PicDataInterface* on_pic = nullptr;
     FlipFlop flip;
 };
 
@@ -135,7 +129,7 @@ TEST_F(FlipFlopTest, MoreStatesShowTheRoundedPosition)
 TEST_F(FlipFlopTest, TheFirstDrawingShowsTheValueWithoutAnimating)
 {
     FlipFlop fresh;
-    fresh.set_state_picture(1, Picture(on_pic.get()));
+    fresh.set_state_picture(1, Picture(on_pic));
     fresh.set_hit_rect(Rect{0, 0, 31, 25});
     fresh.set_position(4, 90);
     fresh.set_value_from_param(1.0, 1);

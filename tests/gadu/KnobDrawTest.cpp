@@ -51,13 +51,10 @@ protected:
     void SetUp() override
     {
         MouseCompatibility::use_instance().set_mode(MouseCompatibility::kEndlessDrag);
-        body_bytes = pointer_body();
-        arrow_bytes = gadu_test::solid_apic(5, 5, kRed, 255);
-        body_pic = load(body_bytes);
-        arrow_pic = load(arrow_bytes);
-        Picture body(body_pic.get());
+        body_pic = load(pointer_body());
+        Picture body(body_pic);
         body.set_hot_spot(10, 10);
-        Picture arrow(arrow_pic.get());
+        Picture arrow(load(gadu_test::solid_apic(5, 5, kRed, 255)));
         arrow.set_hot_spot(2, 2);
         knob.set_body_picture(body);
         knob.set_drag_pointer_picture(arrow);
@@ -76,10 +73,7 @@ protected:
         window.paint();
     }
 
-    std::vector<std::uint8_t> body_bytes;
-    std::vector<std::uint8_t> arrow_bytes;
-    std::unique_ptr<PicDataInterface> body_pic;
-    std::unique_ptr<PicDataInterface> arrow_pic;
+    const PicDataInterface* body_pic = nullptr;
     Knob knob;
 };
 
@@ -166,7 +160,7 @@ TEST_F(KnobDrawTest, TheAnglePicksALayerAndABrokenAngleNone)
 {
     knob.clear_picture(Knob::body);
     knob.set_layer_count(2);
-    Picture frame(body_pic.get());
+    Picture frame(body_pic);
     frame.set_hot_spot(10, 10);
     knob.set_layer_picture(1, frame);
     // Value 0 (angle 0) lies in the middle of layer 0, which has no picture.
