@@ -400,5 +400,19 @@ TEST_F(KnobMouseTest, LosingTheMouseToAnotherWindowEndsTheGesture)
     EXPECT_EQ(listener.of("begin").size(), begins);
 }
 
+// Without a window nobody grants the capture or the timer: the knob stays
+// idle and its value where it was.
+TEST(KnobWithoutWindow, ARefusedCaptureLeavesItIdle)
+{
+    Knob knob;
+    knob.set_hit_rect(Rect{-10, -10, 10, 10});
+    EXPECT_EQ(knob.handle_message(MouseClick(0, 0, mouse_button::left, 0, 0)), 1);
+    EXPECT_EQ(knob.use_behaviour().get_state(), PotBehaviour::idle);
+    EXPECT_EQ(knob.handle_message(MouseMove(0, -50)), 0);
+    knob.handle_message(Notify(1, 5.0));
+    EXPECT_EQ(knob.handle_message(MouseClick(0, 0, 0, 0, 0)), 1);
+    EXPECT_DOUBLE_EQ(knob.get_value(), 0.0);
+}
+
 }  // namespace
 }  // namespace gadu
