@@ -1,8 +1,8 @@
 #pragma once
 
 #include "gadu/MenuNodeInterface.h"
+#include "gadu/ProcessIdCounter.h"
 
-#include <atomic>
 #include <cstdint>
 #include <string>
 
@@ -30,16 +30,8 @@ public:
     // Runs the action, if any.
     void choose();
 
-    // Starts at 1: a platform menu answers 0 when nothing was chosen. Atomic
-    // because two editors may build menus on two threads.
-    class MenuIdGenerator
-    {
-    public:
-        static std::uint32_t next() { return _last.fetch_add(1, std::memory_order_relaxed) + 1; }
-
-    private:
-        static inline std::atomic<std::uint32_t> _last{0};
-    };
+    // Starts at 1, and a platform menu answers 0 when nothing was chosen.
+    using MenuIdGenerator = ProcessIdCounter<MenuItem>;
 
 private:
     std::uint32_t _id;

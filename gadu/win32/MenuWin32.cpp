@@ -4,7 +4,6 @@
 #include "gadu/MenuItem.h"
 #include "gadu/MenuRequest.h"
 #include "gadu/win32/PlatformWin32.h"
-#include "sys/FpuModeGuard.h"
 
 #include <string>
 
@@ -59,17 +58,22 @@ std::int32_t MenuWin32::show(const MenuRequest& request)
     }
     _shown = menu;
     _tracking = true;
-    const auto chosen = static_cast<std::uint32_t>(::TrackPopupMenu(
-        _popup, TPM_RETURNCMD | TPM_LEFTALIGN | TPM_TOPALIGN | TPM_RIGHTBUTTON, at.x, at.y, 0, _owner, nullptr));
+    // The chosen item's id, or 0 when the user chose nothing.
+    const int chosen = ::TrackPopupMenu(_popup, TPM_RETURNCMD | TPM_LEFTALIGN | TPM_TOPALIGN | TPM_RIGHTBUTTON, at.x,
+                                        at.y, 0, _owner, nullptr);
     _tracking = false;
     stop();
+    if (chosen <= 0)
+    {
+        return 0;
+    }
     // After the platform's menu has gone, so that the action may open the
     // next one.
-    if (MenuItem* item = menu->use_root().find_item(chosen))
+    if (MenuItem* item = menu->use_root().find_item(static_cast<std::uint32_t>(chosen)))
     {
         item->choose();
     }
-    return static_cast<std::int32_t>(chosen & 0x7FFFFFFFu);
+    return chosen;
 }
 
 bool MenuWin32::open_owner(POINT at)
@@ -197,38 +201,28 @@ void MenuWin32::choose(std::uint32_t id) const
 
 LRESULT CALLBACK MenuWin32::owner_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam)
 {
-    const sys::FpuModeGuard fpu(sys::FpuModeGuard::Denormals::keep);
-    auto* self = reinterpret_cast<MenuWin32*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
-    if (self == nullptr)
+    return enter_window_proc_win32(window, message, wparam, lparam, &MenuWin32::on_owner_message);
+}
+
+LRESULT MenuWin32::on_owner_message(HWND window, UINT message, WPARAM wparam, LPARAM lparam)
+{
+    switch (message)
     {
+    case WM_COMMAND:
+        choose(LOWORD(wparam));
+        return 0;
+    case WM_EXITMENULOOP:
+        // While show() tracks, it tears the pop-up down itself as soon as the
+        // loop returns: doing it here would free the menu under the system's
+        // feet.
+        if (!_tracking)
+        {
+            stop();
+        }
+        return 0;
+    default:
         return ::DefWindowProcA(window, message, wparam, lparam);
     }
-    try
-    {
-        switch (message)
-        {
-        case WM_COMMAND:
-            self->choose(LOWORD(wparam));
-            return 0;
-        case WM_EXITMENULOOP:
-            // While show() tracks, it tears the pop-up down itself as soon as
-            // the loop returns: doing it here would free the menu under the
-            // system's feet.
-            if (!self->_tracking)
-            {
-                self->stop();
-            }
-            return 0;
-        default:
-            break;
-        }
-    }
-    catch (...)
-    {
-        // The system's dispatcher cannot unwind our frames.
-        return 0;
-    }
-    return ::DefWindowProcA(window, message, wparam, lparam);
 }
 
 }  // namespace gadu

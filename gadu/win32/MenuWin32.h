@@ -41,6 +41,7 @@ public:
 private:
     static LRESULT CALLBACK owner_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
 
+    LRESULT on_owner_message(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
     bool open_owner(POINT at);
     static HMENU build(const MenuList& list);
     static bool append(HMENU menu, const MenuNodeInterface& node);

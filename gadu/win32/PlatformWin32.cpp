@@ -29,4 +29,24 @@ std::string get_last_error_text_win32(const char* operation)
     return result + std::string(text, n);
 }
 
+HBITMAP create_top_down_section_win32(HDC dc, std::int32_t width, std::int32_t height, void** bits)
+{
+    BITMAPINFO info = {};
+    info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
+    info.bmiHeader.biWidth = width;
+    // Negative: rows top to bottom, as the toolkit draws them.
+    info.bmiHeader.biHeight = -height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    info.bmiHeader.biCompression = BI_RGB;
+    *bits = nullptr;
+    const HBITMAP section = ::CreateDIBSection(dc, &info, DIB_RGB_COLORS, bits, nullptr, 0);
+    if (section != nullptr && *bits == nullptr)
+    {
+        ::DeleteObject(section);
+        return nullptr;
+    }
+    return section;
+}
+
 }  // namespace gadu

@@ -1,5 +1,7 @@
 #include "gadu/win32/RenderingBufferWin32.h"
 
+#include "gadu/win32/PlatformWin32.h"
+
 namespace gadu
 {
 
@@ -10,27 +12,15 @@ std::unique_ptr<RenderingBufferWin32> RenderingBufferWin32::create(HWND window, 
     {
         return nullptr;
     }
-    BITMAPINFO info = {};
-    info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
-    info.bmiHeader.biWidth = width;
-    // Negative: rows top to bottom, as the toolkit draws them.
-    info.bmiHeader.biHeight = -height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    info.bmiHeader.biCompression = BI_RGB;
     void* bits = nullptr;
     const HDC dc = ::GetDC(window);
-    const HBITMAP section = ::CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    const HBITMAP section = create_top_down_section_win32(dc, width, height, &bits);
     if (dc != nullptr)
     {
         ::ReleaseDC(window, dc);
     }
-    if (section == nullptr || bits == nullptr)
+    if (section == nullptr)
     {
-        if (section != nullptr)
-        {
-            ::DeleteObject(section);
-        }
         return nullptr;
     }
     return std::unique_ptr<RenderingBufferWin32>(

@@ -2,7 +2,6 @@
 
 #include "gadu/TextInputRequest.h"
 #include "gadu/win32/PlatformWin32.h"
-#include "sys/FpuModeGuard.h"
 
 #include <array>
 
@@ -102,21 +101,7 @@ void TextLineEditorWin32::close_field(bool accepted)
 
 LRESULT CALLBACK TextLineEditorWin32::field_proc(HWND field, UINT message, WPARAM wparam, LPARAM lparam)
 {
-    const sys::FpuModeGuard fpu(sys::FpuModeGuard::Denormals::keep);
-    auto* self = reinterpret_cast<TextLineEditorWin32*>(::GetWindowLongPtrA(field, GWLP_USERDATA));
-    if (self == nullptr)
-    {
-        return ::DefWindowProcA(field, message, wparam, lparam);
-    }
-    try
-    {
-        return self->on_field_message(field, message, wparam, lparam);
-    }
-    catch (...)
-    {
-        // The system's dispatcher cannot unwind our frames.
-        return 0;
-    }
+    return enter_window_proc_win32(field, message, wparam, lparam, &TextLineEditorWin32::on_field_message);
 }
 
 LRESULT TextLineEditorWin32::on_field_message(HWND field, UINT message, WPARAM wparam, LPARAM lparam)

@@ -27,7 +27,6 @@ constexpr UINT kTimerPeriodMs = 2;
 struct ProcessState
 {
     std::mutex lock;
-    char class_name[32] = {};
     bool class_registered = false;
     std::int32_t open_windows = 0;
     std::map<UINT_PTR, WindowWin32*> timers;
@@ -65,14 +64,13 @@ WindowWin32::~WindowWin32()
 // other's class.
 const char* WindowWin32::get_class_name()
 {
-    ProcessState& process = use_process();
-    if (process.class_name[0] == '\0')
-    {
+    static const std::string name = [] {
         const auto address = reinterpret_cast<std::uintptr_t>(&WindowWin32::window_proc);
-        std::snprintf(process.class_name, sizeof(process.class_name), "VelnorAudioPlugin%08X",
-                      static_cast<unsigned>(address & 0xFFFFFFFFu));
-    }
-    return process.class_name;
+        char text[32] = {};
+        std::snprintf(text, sizeof(text), "VelnorAudioPlugin%08X", static_cast<unsigned>(address & 0xFFFFFFFFu));
+        return std::string(text);
+    }();
+    return name.c_str();
 }
 
 bool WindowWin32::is_class_registered()
@@ -243,32 +241,17 @@ void CALLBACK WindowWin32::timer_proc(HWND /*window*/, UINT /*message*/, UINT_PT
 
 LRESULT CALLBACK WindowWin32::window_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam)
 {
-    // The toolkit's float-to-integer conversions are written for round to
-    // nearest, whatever mode the host runs its message loop in.
-    const sys::FpuModeGuard fpu(sys::FpuModeGuard::Denormals::keep);
-    auto* self = reinterpret_cast<WindowWin32*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
-    if (self == nullptr)
+    return enter_window_proc_win32(window, message, wparam, lparam, &WindowWin32::on_platform_message);
+}
+
+LRESULT WindowWin32::on_platform_message(HWND window, UINT message, WPARAM wparam, LPARAM lparam)
+{
+    LRESULT result = 0;
+    if (_filter && _filter(window, message, wparam, lparam, result))
     {
-        return ::DefWindowProcA(window, message, wparam, lparam);
+        return result;
     }
-    try
-    {
-        LRESULT result = 0;
-        if (self->_filter && self->_filter(window, message, wparam, lparam, result))
-        {
-            return result;
-        }
-        if (self->translate(message, wparam, lparam))
-        {
-            return 0;
-        }
-    }
-    catch (...)
-    {
-        // As in the timer: the message is lost, the host goes on.
-        return 0;
-    }
-    return ::DefWindowProcA(window, message, wparam, lparam);
+    return translate(message, wparam, lparam) ? 0 : ::DefWindowProcA(window, message, wparam, lparam);
 }
 
 bool WindowWin32::translate(UINT message, WPARAM wparam, LPARAM lparam)

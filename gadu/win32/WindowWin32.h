@@ -68,6 +68,7 @@ private:
     static LRESULT CALLBACK window_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
     static void CALLBACK timer_proc(HWND window, UINT message, UINT_PTR id, DWORD time);
 
+    LRESULT on_platform_message(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
     bool register_class();
     void start_timer();
     void stop_timer();

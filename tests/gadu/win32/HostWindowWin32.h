@@ -3,6 +3,11 @@
 // What the Win32 window tests share: a stand-in for the host's editor window
 // and a message pump.
 
+#include "gadu/ControlInterface.h"
+#include "gadu/CtrlGroupItem.h"
+#include "gadu/ShowObject.h"
+#include "gadu/WindowInterface.h"
+
 #include <gtest/gtest.h>
 
 #include <windows.h>
@@ -52,6 +57,19 @@ inline HWND make_host_window()
 inline LPARAM at(int x, int y)
 {
     return MAKELPARAM(static_cast<WORD>(x), static_cast<WORD>(y));
+}
+
+// The tree of a window with one control in one visible group, set up as an
+// editor does it.
+inline void set_up_tree(gadu::WindowInterface& window, gadu::CtrlGroupItem& group, gadu::ControlInterface& control,
+                        std::int32_t width, std::int32_t height)
+{
+    group.add_control(control);
+    group.set_position(0, 0);
+    group.handle_message(gadu::ShowObject(true));
+    window.set_content_size(width, height);
+    window.set_window_size(width, height);
+    window.set_control_root(&group);
 }
 
 }  // namespace gadu_test

@@ -73,12 +73,7 @@ protected:
         MenuItem& hidden = menu.use_root().add(std::make_unique<MenuItem>("Hidden", &action));
         hidden.set_visible(false);
 
-        controls.add_control(control);
-        controls.set_position(0, 0);
-        controls.handle_message(ShowObject(true));
-        window.set_content_size(64, 64);
-        window.set_window_size(64, 64);
-        window.set_control_root(&controls);
+        gadu_test::set_up_tree(window, controls, control, 64, 64);
         ASSERT_EQ(window.open(parent), 0) << window.get_error_text();
         hwnd = window.use_handle();
         log.clear();

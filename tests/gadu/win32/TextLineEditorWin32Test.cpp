@@ -27,12 +27,7 @@ protected:
 
     void SetUp() override
     {
-        controls.add_control(control);
-        controls.set_position(0, 0);
-        controls.handle_message(ShowObject(true));
-        window.set_content_size(120, 60);
-        window.set_window_size(120, 60);
-        window.set_control_root(&controls);
+        gadu_test::set_up_tree(window, controls, control, 120, 60);
         ASSERT_EQ(window.open(parent), 0) << window.get_error_text();
         hwnd = window.use_handle();
         log.clear();

@@ -70,12 +70,7 @@ struct Editor
 {
     Editor()
     {
-        controls.add_control(probe);
-        controls.set_position(0, 0);
-        controls.handle_message(ShowObject(true));
-        window.set_content_size(64, 48);
-        window.set_window_size(64, 48);
-        window.set_control_root(&controls);
+        gadu_test::set_up_tree(window, controls, probe, 64, 48);
     }
 
     Log log;

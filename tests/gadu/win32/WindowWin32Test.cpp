@@ -9,6 +9,7 @@
 #include "gadu/PicDataFactory.h"
 #include "gadu/ShowObject.h"
 #include "gadu/TextInputRequest.h"
+#include "gadu/win32/PlatformWin32.h"
 #include "gadu/win32/WindowWin32.h"
 #include "sys/Clock.h"
 #include "sys/ClockPin.h"
@@ -104,16 +105,9 @@ struct Scene
 // The window's pixels as the screen shows them, 0xRRGGBB, rows top down.
 std::vector<std::uint32_t> capture(HWND window, std::int32_t width, std::int32_t height)
 {
-    BITMAPINFO info = {};
-    info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    info.bmiHeader.biCompression = BI_RGB;
     void* bits = nullptr;
     const HDC screen = ::GetDC(window);
-    const HBITMAP section = ::CreateDIBSection(screen, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    const HBITMAP section = create_top_down_section_win32(screen, width, height, &bits);
     const HDC memory = ::CreateCompatibleDC(screen);
     const HGDIOBJ old = ::SelectObject(memory, section);
     ::BitBlt(memory, 0, 0, width, height, screen, 0, 0, SRCCOPY);
