@@ -28,6 +28,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 namespace gadu
 {
@@ -399,6 +400,52 @@ TEST_F(WindowWin32Test, FixedWindowFillsTheAreaOutsideTheContent)
     EXPECT_EQ(pixel(0, kHeight), expected);
     EXPECT_EQ(pixel(kWidth + 19, kHeight + 9), expected);
     EXPECT_EQ(pixel(15, 15), kColourA);
+}
+
+TEST_F(WindowWin32Test, ResizeFollowsTheContentOnlyWhenTheHostCanResize)
+{
+    const auto client_size = [&] {
+        RECT client = {};
+        ::GetClientRect(hwnd, &client);
+        return std::make_pair(client.right, client.bottom);
+    };
+    window.close();
+    window.set_resizable(true);
+    window.set_window_size(200, 200);
+    ASSERT_EQ(window.open(parent), 0);
+    hwnd = window.use_handle();
+    EXPECT_EQ(client_size(), std::make_pair(LONG{kWidth}, LONG{kHeight}));
+    window.set_content_size(80, 50);
+    window.resize();
+    EXPECT_EQ(client_size(), std::make_pair(LONG{80}, LONG{50}));
+
+    window.set_resizable(false);
+    window.set_content_size(kWidth, kHeight);
+    ::ValidateRect(hwnd, nullptr);
+    window.resize();
+    EXPECT_EQ(client_size(), std::make_pair(LONG{80}, LONG{50}));
+    RECT update = {};
+    ASSERT_TRUE(::GetUpdateRect(hwnd, &update, FALSE));
+    EXPECT_EQ(update.right, 80);
+    EXPECT_EQ(update.bottom, 50);
+}
+
+TEST_F(WindowWin32Test, TheMessageFilterSeesEveryMessageFirst)
+{
+    int filtered = 0;
+    window.set_message_filter([&](HWND, UINT message, WPARAM, LPARAM, LRESULT& result) {
+        if (message != WM_LBUTTONDOWN)
+        {
+            return false;
+        }
+        ++filtered;
+        result = 7;
+        return true;
+    });
+    EXPECT_EQ(::SendMessageA(hwnd, WM_LBUTTONDOWN, MK_LBUTTON, at(15, 12)), 7);
+    ::SendMessageA(hwnd, WM_LBUTTONUP, 0, at(15, 12));
+    EXPECT_EQ(filtered, 1);
+    EXPECT_EQ(scene.log, Log{"a click 15,12 b0 d0"});
 }
 
 // The host's message loop may run with any rounding; the toolkit must see
