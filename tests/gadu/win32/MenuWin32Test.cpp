@@ -5,6 +5,7 @@
 #include "gadu/MenuItem.h"
 #include "gadu/MenuRequest.h"
 #include "gadu/ShowObject.h"
+#include "gadu/win32/MenuWin32.h"
 #include "gadu/win32/WindowWin32.h"
 
 #include "tests/gadu/ProbeControl.h"
@@ -135,6 +136,70 @@ TEST_F(MenuWin32Test, EscapeChoosesNothing)
     EXPECT_FALSE(owner_class_exists());
     // Nothing is shown any more, so there is nothing to stop.
     EXPECT_EQ(control.handle_message(MenuStop()), -1);
+}
+
+// One entry of the shown pop-up as the system holds it.
+struct Entry
+{
+    std::string text;
+    bool grayed = false;
+    bool checked = false;
+    bool separator = false;
+    bool submenu = false;
+};
+
+std::vector<Entry> entries_of(HMENU menu)
+{
+    std::vector<Entry> entries;
+    for (int i = 0; i < ::GetMenuItemCount(menu); ++i)
+    {
+        char text[256] = {};
+        MENUITEMINFOA info = {};
+        info.cbSize = sizeof(info);
+        info.fMask = MIIM_FTYPE | MIIM_STATE | MIIM_SUBMENU | MIIM_STRING;
+        info.dwTypeData = text;
+        info.cch = sizeof(text);
+        ::GetMenuItemInfoA(menu, static_cast<UINT>(i), TRUE, &info);
+        entries.push_back(Entry{text, (info.fState & MF_GRAYED) != 0, (info.fState & MFS_CHECKED) != 0,
+                                (info.fType & MFT_SEPARATOR) != 0, info.hSubMenu != nullptr});
+    }
+    return entries;
+}
+
+// Looks at the pop-up while the modal loop shows it, then closes it.
+std::vector<Entry> seen;
+void CALLBACK inspect_popup(HWND, UINT, UINT_PTR id, DWORD)
+{
+    ::KillTimer(nullptr, id);
+    const HWND popup = ::FindWindowA("#32768", nullptr);
+    constexpr UINT kGetMenu = 0x01E1;  // asks a pop-up window for its menu
+    const auto menu = reinterpret_cast<HMENU>(::SendMessageA(popup, kGetMenu, 0, 0));
+    seen = entries_of(menu);
+    ::PostMessageA(popup, WM_KEYDOWN, VK_ESCAPE, 0);
+}
+
+TEST_F(MenuWin32Test, ThePopUpShowsTheVisibleEntriesAsTheModelDescribesThem)
+{
+    two->set_checked(true);
+    two->set_label(std::string(200, 'L'));
+    seen.clear();
+    ::SetTimer(nullptr, 0, 10, &inspect_popup);
+    right_click();
+    ASSERT_EQ(seen.size(), 6u);
+    EXPECT_EQ(seen[0].text, "One");
+    EXPECT_TRUE(seen[1].separator);
+    EXPECT_EQ(seen[2].text, std::string(MenuWin32::kMaxLabel, 'L'));
+    EXPECT_TRUE(seen[2].checked);
+    EXPECT_FALSE(seen[2].grayed);
+    EXPECT_EQ(seen[3].text, "Bound to CC 74");
+    EXPECT_TRUE(seen[3].grayed);
+    EXPECT_FALSE(seen[3].checked);
+    EXPECT_NE(seen[4].text.find("more"), std::string::npos);
+    EXPECT_NE(seen[4].text.find('-'), std::string::npos);
+    EXPECT_TRUE(seen[4].grayed);
+    EXPECT_EQ(seen[5].text, "Sub");
+    EXPECT_TRUE(seen[5].submenu);
+    EXPECT_EQ(control.shown, 0);
 }
 
 TEST_F(MenuWin32Test, ANullMenuOrAClosedWindowIsRefused)
