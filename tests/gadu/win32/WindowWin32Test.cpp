@@ -262,6 +262,20 @@ TEST_F(WindowWin32Test, MovesGoToTheCapturingControlEvenOutsideIt)
                               "a lost"}));
 }
 
+TEST_F(WindowWin32Test, HandingTheCaptureToAnotherControlTellsTheFirstOnce)
+{
+    scene.a.capture_mode = capture_mode::plain;
+    ::SendMessageA(hwnd, WM_LBUTTONDOWN, MK_LBUTTON, at(12, 12));
+    scene.log.clear();
+    // The window already holds the platform's capture and takes it again.
+    EXPECT_EQ(scene.b.handle_message(MouseCapture(&scene.b, capture_mode::plain)), 0);
+    EXPECT_EQ(::GetCapture(), hwnd);
+    ::SendMessageA(hwnd, WM_MOUSEMOVE, MK_LBUTTON, at(1, 2));
+    EXPECT_EQ(scene.log, (Log{"a lost", "b move 1,2"}));
+    EXPECT_EQ(scene.a.handle_message(MouseRelease(&scene.a)), -1);
+    EXPECT_EQ(scene.b.handle_message(MouseRelease(&scene.b)), 0);
+}
+
 TEST_F(WindowWin32Test, EndlessDragHidesTheCursorDeliversMotionAndWarpsBack)
 {
     sys::ClockPin clock(sys::get_clock_s() + 100.0);
