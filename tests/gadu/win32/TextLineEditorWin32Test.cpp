@@ -5,6 +5,7 @@
 
 #include "tests/gadu/ProbeControl.h"
 #include "tests/gadu/win32/HostWindowWin32.h"
+#include "tests/gadu/win32/WindowCaptureWin32.h"
 
 #include <gtest/gtest.h>
 
@@ -19,6 +20,8 @@ namespace
 
 using gadu_test::Log;
 
+constexpr std::uint32_t kProbeColour = 0x806040u;
+
 class TextLineEditorWin32Test : public ::testing::Test
 {
 protected:
@@ -30,6 +33,7 @@ protected:
         gadu_test::set_up_tree(window, controls, control, 120, 60);
         ASSERT_EQ(window.open(parent), 0) << window.get_error_text();
         hwnd = window.use_handle();
+        ::UpdateWindow(hwnd);
         log.clear();
     }
 
@@ -51,7 +55,7 @@ protected:
     static inline HWND parent = nullptr;
     Log log;
     CtrlGroupItem controls;
-    gadu_test::ProbeControl control{"c", log, Rect{0, 0, 120, 60}};
+    gadu_test::ProbeControl control{"c", log, Rect{0, 0, 120, 60}, kProbeColour};
     WindowWin32 window;
     HWND hwnd = nullptr;
 };
@@ -75,6 +79,13 @@ TEST_F(TextLineEditorWin32Test, OpensOverTheRectangleWithTheTextSelectedAndFocus
     EXPECT_EQ(from, 0u);
     EXPECT_EQ(to, 5u);
     EXPECT_TRUE(log.empty());
+
+    // The field lies over the content, which the probe paints in one colour.
+    ::UpdateWindow(field);
+    const std::vector<std::uint32_t> shown = gadu_test::capture(hwnd, 120, 60);
+    gadu_test::save_for_viewing("text-field", shown, 120, 60);
+    EXPECT_EQ(shown[5 * 120 + 5], kProbeColour);
+    EXPECT_NE(shown[30 * 120 + 15], kProbeColour);
 }
 
 TEST_F(TextLineEditorWin32Test, EnterAcceptsAndEscapeCancelsWhatWasTyped)
