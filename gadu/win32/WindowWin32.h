@@ -40,6 +40,8 @@ public:
     void resize() override;
 
     HWND use_handle() const { return _handle; }
+    // The host's window it was last opened in.
+    HWND use_parent() const { return _parent; }
     void set_message_filter(MessageFilter filter) { _filter = std::move(filter); }
     // The last platform failure, for a report; empty when none.
     const std::string& get_error_text() const { return _error; }

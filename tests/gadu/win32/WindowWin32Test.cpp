@@ -145,6 +145,7 @@ protected:
 TEST_F(WindowWin32Test, OpensAsChildOfTheHostWindowWithItsTitleAndClass)
 {
     EXPECT_EQ(::GetParent(hwnd), parent);
+    EXPECT_EQ(window.use_parent(), parent);
     EXPECT_EQ(::GetWindowLongA(hwnd, GWL_STYLE) & (WS_CHILD | WS_VISIBLE), WS_CHILD | WS_VISIBLE);
     char text[64] = {};
     ::GetWindowTextA(hwnd, text, sizeof(text));
