@@ -49,13 +49,11 @@ WindowWin32::~WindowWin32()
     std::lock_guard<std::mutex> guard(process.lock);
     if (process.class_registered && process.open_windows == 0)
     {
-        if (::UnregisterClassA(get_class_name(), use_module_win32()) == 0)
+        // Refused, the class stays registered and serves the next window.
+        if (::UnregisterClassA(get_class_name(), use_module_win32()) != 0)
         {
-            _error = get_last_error_text_win32("gadu::WindowWin32::~WindowWin32()");
+            process.class_registered = false;
         }
-        // Even a refused unregistration leaves nothing of ours to keep: the
-        // next window registers again.
-        process.class_registered = false;
     }
 }
 
@@ -87,28 +85,38 @@ std::int32_t WindowWin32::get_open_count()
     return process.open_windows;
 }
 
-bool WindowWin32::register_class()
+// Counts the window as open before it exists, under the same lock as the
+// registration: another thread's last window going meanwhile must not take
+// the class away from under the window about to be made.
+bool WindowWin32::register_class_and_count()
 {
     ProcessState& process = use_process();
     std::lock_guard<std::mutex> guard(process.lock);
-    if (process.class_registered)
+    if (!process.class_registered)
     {
-        return true;
+        WNDCLASSEXA wc = {};
+        wc.cbSize = sizeof(wc);
+        wc.style = CS_VREDRAW | CS_HREDRAW | CS_DBLCLKS;
+        wc.lpfnWndProc = &WindowWin32::window_proc;
+        wc.hInstance = use_module_win32();
+        wc.hCursor = ::LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));  // the standard arrow
+        wc.lpszClassName = get_class_name();
+        if (::RegisterClassExA(&wc) == 0)
+        {
+            _error = get_last_error_text_win32("gadu::WindowWin32::open()");
+            return false;
+        }
+        process.class_registered = true;
     }
-    WNDCLASSEXA wc = {};
-    wc.cbSize = sizeof(wc);
-    wc.style = CS_VREDRAW | CS_HREDRAW | CS_DBLCLKS;
-    wc.lpfnWndProc = &WindowWin32::window_proc;
-    wc.hInstance = use_module_win32();
-    wc.hCursor = ::LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));  // the standard arrow
-    wc.lpszClassName = get_class_name();
-    if (::RegisterClassExA(&wc) == 0)
-    {
-        _error = get_last_error_text_win32("gadu::WindowWin32::open()");
-        return false;
-    }
-    process.class_registered = true;
+    ++process.open_windows;
     return true;
+}
+
+void WindowWin32::count_closed()
+{
+    ProcessState& process = use_process();
+    std::lock_guard<std::mutex> guard(process.lock);
+    --process.open_windows;
 }
 
 std::int32_t WindowWin32::open(void* parent)
@@ -118,7 +126,7 @@ std::int32_t WindowWin32::open(void* parent)
         close();
     }
     _error.clear();
-    if (!register_class())
+    if (!register_class_and_count())
     {
         return -1;
     }
@@ -131,6 +139,7 @@ std::int32_t WindowWin32::open(void* parent)
     if (handle == nullptr)
     {
         _error = get_last_error_text_win32("gadu::WindowWin32::open()");
+        count_closed();
         return -1;
     }
     // The buffer covers the content; a paint larger than that comes in tiles.
@@ -139,14 +148,10 @@ std::int32_t WindowWin32::open(void* parent)
     {
         _error = get_last_error_text_win32("gadu::WindowWin32::open()");
         ::DestroyWindow(handle);
+        count_closed();
         return -1;
     }
     _handle = handle;
-    {
-        ProcessState& process = use_process();
-        std::lock_guard<std::mutex> guard(process.lock);
-        ++process.open_windows;
-    }
     set_buffer(_buffer.get());
     _text.set_window(handle);
     _menu.set_window(handle);
@@ -377,9 +382,7 @@ void WindowWin32::on_platform_destroy()
     _menu.set_window(nullptr);
     set_buffer(nullptr);
     _buffer.reset();
-    ProcessState& process = use_process();
-    std::lock_guard<std::mutex> guard(process.lock);
-    --process.open_windows;
+    count_closed();
 }
 
 double WindowWin32::get_time() const

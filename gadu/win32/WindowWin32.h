@@ -71,7 +71,8 @@ private:
     static void CALLBACK timer_proc(HWND window, UINT message, UINT_PTR id, DWORD time);
 
     LRESULT on_platform_message(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
-    bool register_class();
+    bool register_class_and_count();
+    static void count_closed();
     void start_timer();
     void stop_timer();
     // Whether the message was one of ours.

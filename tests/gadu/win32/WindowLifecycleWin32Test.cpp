@@ -12,8 +12,10 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <atomic>
 #include <vector>
 #include <memory>
+#include <thread>
 
 namespace gadu
 {
@@ -86,10 +88,10 @@ protected:
     static void TearDownTestSuite() { ::DestroyWindow(parent); }
 
     // One whole life of an editor: open, paint, a timer and a drag, close.
-    static void live_once()
+    static void live_once(HWND host = parent)
     {
         Editor editor;
-        ASSERT_EQ(editor.window.open(parent), 0) << editor.window.get_error_text();
+        ASSERT_EQ(editor.window.open(host), 0) << editor.window.get_error_text();
         ::UpdateWindow(editor.window.use_handle());
         std::uint32_t id = 0;
         editor.probe.handle_message(SetTimer(&editor.probe, 0.01f, id));
@@ -140,6 +142,29 @@ TEST_F(WindowLifecycleWin32Test, TheClassStaysWhileAnyWindowIsOpen)
     // Reopening works, in the same object and with the same class.
     ASSERT_EQ(second.window.open(parent), 0);
     second.window.close();
+}
+
+// Two hosts' editor threads, each with its own windows coming and going: the
+// class must never go while one of them is about to make a window.
+TEST_F(WindowLifecycleWin32Test, EditorsOnTwoThreadsShareTheClassSafely)
+{
+    std::atomic<int> failures{0};
+    auto editor_thread = [&] {
+        const HWND host = gadu_test::make_host_window();
+        for (int i = 0; i < 40; ++i)
+        {
+            live_once(host);
+            failures += ::testing::Test::HasFatalFailure() ? 1 : 0;
+        }
+        ::DestroyWindow(host);
+    };
+    std::thread first(editor_thread);
+    std::thread second(editor_thread);
+    first.join();
+    second.join();
+    EXPECT_EQ(failures.load(), 0);
+    EXPECT_EQ(WindowWin32::get_open_count(), 0);
+    EXPECT_FALSE(class_exists());
 }
 
 TEST_F(WindowLifecycleWin32Test, AFailedOpenSaysWhyAndLeavesTheWindowClosed)
