@@ -410,10 +410,16 @@ public:
         seen = std::fegetround();
         return ProbeControl::on_mouse_click(m);
     }
+    std::int32_t on_notify(const Notify& m) override
+    {
+        seen_in_timer = std::fegetround();
+        return ProbeControl::on_notify(m);
+    }
     int seen = -1;
+    int seen_in_timer = -1;
 };
 
-TEST_F(WindowWin32Test, WindowProcedureRunsWithRoundToNearestAndRestoresTheHostsMode)
+TEST_F(WindowWin32Test, PlatformEntriesRunWithRoundToNearestAndRestoreTheHostsMode)
 {
     Log log;
     RoundingProbe probe("r", log, Rect{0, 0, 5, 5});
@@ -426,6 +432,17 @@ TEST_F(WindowWin32Test, WindowProcedureRunsWithRoundToNearestAndRestoresTheHosts
     std::fesetround(host);
     EXPECT_EQ(probe.seen, FE_TONEAREST);
     EXPECT_EQ(after, FE_TOWARDZERO);
+
+    // The same for the platform timer's callback, which the host's loop calls.
+    std::uint32_t id = 0;
+    probe.handle_message(SetTimer(&probe, 0.0f, id));
+    std::fesetround(FE_TOWARDZERO);
+    pump(40);
+    const int after_timer = std::fegetround();
+    std::fesetround(host);
+    EXPECT_EQ(probe.seen_in_timer, FE_TONEAREST);
+    EXPECT_EQ(after_timer, FE_TOWARDZERO);
+    probe.handle_message(ClearTimer(id));
 }
 
 }  // namespace
