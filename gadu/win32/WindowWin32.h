@@ -22,8 +22,11 @@ namespace gadu
 //
 // Use: set the content size (and, for a host that cannot resize, the window
 // size with set_resizable(false)), set the roots, then open(parent) with the
-// host's window handle and close() before the host destroys it. Every call
-// belongs to the thread that opened the window.
+// host's window handle and close() before the host destroys it (a host that
+// destroys its window first takes ours along safely). Open and close as often
+// as the host asks; the window class of the module goes when the last
+// WindowWin32 object is destroyed with no window open. Every call belongs to
+// the thread that opened the window.
 class WindowWin32 : public WindowInterface
 {
 public:
