@@ -1,8 +1,8 @@
 #pragma once
 
 #include "gadu/MessageInterface.h"
+#include "gadu/ProcessIdCounter.h"
 
-#include <atomic>
 #include <cstdint>
 
 namespace gadu
@@ -51,16 +51,8 @@ public:
     float get_period() const { return _period; }
     std::uint32_t get_timer_id() const { return _timer_id; }
 
-    // Ids are unique in the process, so two windows' timers never clash; the
-    // counter is atomic because two editors may live on two threads.
-    class TimerIdGenerator
-    {
-    public:
-        static std::uint32_t next() { return _last.fetch_add(1, std::memory_order_relaxed) + 1; }
-
-    private:
-        static inline std::atomic<std::uint32_t> _last{0};
-    };
+    // Ids are unique in the process, so two windows' timers never clash.
+    using TimerIdGenerator = ProcessIdCounter<SetTimer>;
 
 private:
     MessageHandlerInterface* _handler;
