@@ -32,6 +32,8 @@ public:
     }
 
     void clear_state() override { _paths.clear_state(); }
+    // Tiny states to zero, once per block (per-sample calls do not flush).
+    void flush_state() { _paths.flush_state(); }
     bool state_is_normal() const override { return _paths.state_is_normal(); }
     float get_coef(int i) const { return _paths.get_coef(i); }
 

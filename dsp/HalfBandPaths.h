@@ -47,6 +47,16 @@ public:
         }
     }
 
+    // Sends tiny states to zero; callers run it once per block (see flush_tiny).
+    void flush_state()
+    {
+        for (Stage& s : _stages)
+        {
+            s.x_prev = flush_tiny(s.x_prev);
+            s.y_prev = flush_tiny(s.y_prev);
+        }
+    }
+
     bool state_is_normal() const
     {
         for (const Stage& s : _stages)
@@ -71,11 +81,12 @@ private:
         float x_prev = 0.0f;
         float y_prev = 0.0f;
 
-        // First-order all-pass: y = (x - y_prev) * coef + x_prev. The flush keeps
-        // a decaying tail out of the denormal range, whatever the input does.
+        // First-order all-pass: y = (x - y_prev) * coef + x_prev. Not flushed
+        // here: the audio thread runs with flush-to-zero, and other callers
+        // flush the states once per block.
         float process(float x)
         {
-            const float y = flush_tiny((x - y_prev) * coef + x_prev);
+            const float y = (x - y_prev) * coef + x_prev;
             x_prev = x;
             y_prev = y;
             return y;

@@ -20,6 +20,8 @@ public:
     std::array<float, 2> upsample(float x) { return {_paths.run_a(x), _paths.run_b(x)}; }
 
     void clear_state() { _paths.clear_state(); }
+    // Tiny states to zero, once per block (per-sample calls do not flush).
+    void flush_state() { _paths.flush_state(); }
     bool state_is_normal() const { return _paths.state_is_normal(); }
     float get_coef(int i) const { return _paths.get_coef(i); }
 

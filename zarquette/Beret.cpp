@@ -140,16 +140,17 @@ const float* Beret::drive_input(int offset, int n)
     return _scratch;
 }
 
+template <bool Quantise>
 float Beret::process_sample(float x)
 {
-    const float y = dsp::flush_tiny(dsp::clamp_finite(x + _delay.read(), -kLoopInputLimit, kLoopInputLimit));
+    const float y = dsp::clamp_finite(x + _delay.read(), -kLoopInputLimit, kLoopInputLimit);
     const auto up = _up_steep.upsample(y);
     const auto a = _up_gentle.upsample(up[0]);
     const auto b = _up_gentle.upsample(up[1]);
-    const float fa0 = _filter.process(a[0]);
-    const float fa1 = _filter.process(a[1]);
-    const float fb0 = _filter.process(b[0]);
-    const float fb1 = _filter.process(b[1]);
+    const float fa0 = _filter.process<Quantise>(a[0]);
+    const float fa1 = _filter.process<Quantise>(a[1]);
+    const float fb0 = _filter.process<Quantise>(b[0]);
+    const float fb1 = _filter.process<Quantise>(b[1]);
     const float down0 = _down_gentle.downsample_pair(fa0, fa1);
     const float down1 = _down_gentle.downsample_pair(fb0, fb1);
     const float result = _limiter.limit(_dc_killer.filter(_down_steep.downsample_pair(down0, down1)));
@@ -157,13 +158,41 @@ float Beret::process_sample(float x)
     return result;
 }
 
+template <bool Quantise>
+void Beret::render_span(const float* src, int offset, int n)
+{
+    for (int i = offset; i < offset + n; ++i)
+    {
+        _out[i] = process_sample<Quantise>(src[i]);
+    }
+}
+
 void Beret::render(int offset, int n)
 {
     const float* src = drive_input(offset, n);
-    for (int i = offset; i < offset + n; ++i)
+    // The drive is constant over a piece: the choice is made once, not per sample.
+    if (_filter.is_quantising())
     {
-        _out[i] = process_sample(src[i]);
+        render_span<true>(src, offset, n);
     }
+    else
+    {
+        render_span<false>(src, offset, n);
+    }
+    flush_states();
+}
+
+// The host's entry sets flush-to-zero for the audio thread; for callers that do
+// not go through it, the linear recursions are flushed once per piece rather
+// than per sample. A decay can only pass through the denormal range for the
+// rest of one piece.
+void Beret::flush_states()
+{
+    _up_steep.flush_state();
+    _up_gentle.flush_state();
+    _down_gentle.flush_state();
+    _down_steep.flush_state();
+    _dc_killer.flush_state();
 }
 
 }  // namespace zarquette

@@ -54,7 +54,11 @@ public:
 private:
     void update_feedback_gain();
     const float* drive_input(int offset, int n);
+    template <bool Quantise>
     float process_sample(float x);
+    template <bool Quantise>
+    void render_span(const float* src, int offset, int n);
+    void flush_states();
 
     float* _out = nullptr;
     const float* _in = nullptr;

@@ -59,6 +59,7 @@ void BeretFilter::reset()
     _s2 = 0.0f;
     _s3 = 0.0f;
     _s4 = 0.0f;
+    _last_stage = 0.0f;
 }
 
 bool BeretFilter::state_is_normal() const
