@@ -21,9 +21,11 @@ constexpr float kLimiterThreshold = kLimiterGain * kLimiterGain;
 // The clipper of the driven input is asymmetric on purpose.
 constexpr float kClipLow = -1.25f;
 constexpr float kClipHigh = 1.0f;
-// What enters the filter is kept within a range no sane signal leaves; this
-// also turns a host's NaN or infinity into something the loop survives.
-constexpr float kLoopInputLimit = 16.0f;
+// What enters the resamplers and the filter is kept within +120 dB of full
+// scale, where no host's audio goes but well below where an all-pass state
+// could overflow into infinity and then NaN for good. It also turns a direct
+// caller's NaN or infinity into something the loop survives.
+constexpr float kLoopInputLimit = 1.0e6f;
 
 template <typename Resampler>
 void load_design(Resampler& resampler, double transition)

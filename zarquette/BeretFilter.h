@@ -28,6 +28,18 @@ public:
     void reset();
     bool state_is_normal() const;
 
+    // What one sample leaves for the next: the previous input and the four
+    // stage states.
+    struct State
+    {
+        float u_prev;
+        float s1;
+        float s2;
+        float s3;
+        float s4;
+    };
+    State get_state() const { return {_u_prev, _s1, _s2, _s3, _s4}; }
+
     // True when the drive mixes in the quantised feedback; without it the
     // feedback skips the quantiser, which leaves its value exactly as it is.
     bool is_quantising() const { return _snap != 0.0f; }
@@ -62,10 +74,12 @@ public:
     float process(float in) { return is_quantising() ? process<true>(in) : process<false>(in); }
 
 private:
-    // States beyond this are no longer music; the soft limit below folds them back
-    // ever harder, so left alone they could run away. Tiny states are flushed so
-    // that a decay never reaches the denormal range.
-    static constexpr float kStateLimit = 4.0f;
+    // Where the recursion can start to diverge: beyond 3 + 2 sqrt(2) the soft
+    // limit below folds a state back harder than the state grows (|g(x)| > |x|),
+    // so from there a loop could run away. Every state below it, however loud a
+    // resonance rings, is left exactly as the formulas make it. Tiny states are
+    // flushed so that a decay never reaches the denormal range.
+    static constexpr float kStateLimit = 5.82842712f;
     // Adding and removing 1.5 x 2^23 rounds a float to the nearest whole number,
     // halves to even, as long as it is below 2^22 in magnitude.
     static constexpr float kRoundMagic = 12582912.0f;
