@@ -20,7 +20,8 @@ public:
 
     float downsample_pair(float in0, float in1) override
     {
-        return (_paths.run_a(in1) + _paths.run_b(in0)) * 0.5f;
+        const __m128 ab = _paths.run(in1, in0);
+        return (HalfBandPaths<N>::lane_a(ab) + HalfBandPaths<N>::lane_b(ab)) * 0.5f;
     }
 
     void downsample_block(float* out, const float* in, int count) override
