@@ -3,6 +3,7 @@
 #include "dsp/HalfBandDesign.h"
 #include "zarquette/FastMath.h"
 
+#include <cmath>
 #include <vector>
 
 namespace zarquette
@@ -10,8 +11,15 @@ namespace zarquette
 namespace
 {
 
+// The longest loop (a lowest loop frequency of 0.125 Hz), plus the four taps of
+// the interpolator.
 constexpr double kLongestDelaySeconds = 8.0;
-constexpr int kDelayCapacity = static_cast<int>(kLongestDelaySeconds * Beret::kMaxFullDelayRate) + 4;
+constexpr int kDelayTaps = 4;
+
+int delay_capacity(float sample_freq)
+{
+    return static_cast<int>(std::ceil(kLongestDelaySeconds * sample_freq)) + kDelayTaps;
+}
 constexpr double kStopBandDb = 69.0;
 constexpr double kSteepTransition = 0.01;
 constexpr double kGentleTransition = 0.2;
@@ -37,7 +45,8 @@ void load_design(Resampler& resampler, double transition)
 
 }  // namespace
 
-Beret::Beret() : _delay(kDelayCapacity)
+// The delay line gets its size from the first set_sample_freq below.
+Beret::Beret() : _delay(kDelayTaps)
 {
     load_design(_up_steep, kSteepTransition);
     load_design(_down_steep, kSteepTransition);
@@ -63,6 +72,7 @@ void Beret::set_sample_freq(float f)
     {
         return;
     }
+    _delay.set_capacity(delay_capacity(f));
     _sample_freq = f;
     _filter.set_sample_freq(4.0f * f);
     _dc_killer.set_sample_freq(f);
