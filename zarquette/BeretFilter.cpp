@@ -30,6 +30,11 @@ void BeretFilter::set_sample_freq(float f)
 
 void BeretFilter::set_cutoff(float hz)
 {
+    // The cutoff arrives with every rendered piece, mostly unchanged.
+    if (hz == _cutoff)
+    {
+        return;
+    }
     _cutoff = hz;
     update_coefs();
 }

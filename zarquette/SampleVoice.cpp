@@ -23,6 +23,13 @@ void SampleVoice::start(const WavFile& recording, float rate, float gain, float 
     const double whole = std::floor(static_cast<double>(rate));
     const double fraction = (static_cast<double>(rate) - whole) * 4294967296.0;
     _increment = (static_cast<std::uint64_t>(whole) << 32) + static_cast<std::uint32_t>(fraction);
+    // Output frames that can be read with a right neighbour to interpolate
+    // with, in exact fixed point, counted once here rather than divided out at
+    // every block. A voice that does not advance would never end: it is freed
+    // at its first render.
+    const std::uint64_t nbr_frames = recording.get_nbr_frames();
+    const std::uint64_t last = nbr_frames > 0 ? (nbr_frames - 1) << 32 : 0;
+    _frames_left = (_increment != 0 && _position < last) ? (last - _position) / _increment : 0;
 }
 
 void SampleVoice::render(float* left, float* right, int n)
@@ -31,15 +38,8 @@ void SampleVoice::render(float* left, float* right, int n)
     {
         return;
     }
-    // Output frames that can still be read with a right neighbour to
-    // interpolate with, in exact fixed point. A voice that does not advance
-    // would never end: it is freed at once.
-    const std::uint64_t nbr_frames = _recording->get_nbr_frames();
-    const std::uint64_t last = nbr_frames > 0 ? (nbr_frames - 1) << 32 : 0;
-    const std::uint64_t remaining =
-        (_increment != 0 && _position < last) ? (last - _position) / _increment : 0;
     const std::uint64_t block = n > 0 ? static_cast<std::uint64_t>(n) : 0;
-    const auto k = static_cast<int>(std::min(remaining, block));
+    const auto k = static_cast<int>(std::min(_frames_left, block));
     const std::int16_t* samples = _recording->use_samples();
     constexpr float to_float = 1.0f / 32768.0f;
     constexpr float fraction_scale = 1.0f / 4294967296.0f;
@@ -54,10 +54,11 @@ void SampleVoice::render(float* left, float* right, int n)
         right[f] += s * _right_gain;
         _position += _increment;
     }
-    if (remaining <= block)
+    if (_frames_left <= block)
     {
         _recording = nullptr;
     }
+    _frames_left -= static_cast<std::uint64_t>(k);
 }
 
 }  // namespace zarquette

@@ -38,6 +38,8 @@ private:
     float _right_gain = 0.0f;
     std::uint64_t _position = 0;
     std::uint64_t _increment = 0;
+    // Output frames left that can be read with a right neighbour.
+    std::uint64_t _frames_left = 0;
 };
 
 }  // namespace zarquette
