@@ -32,6 +32,8 @@ public:
     std::uint64_t get_increment() const { return _increment; }
 
 private:
+    void render_four(const std::int16_t* samples, float* left, float* right);
+
     const WavFile* _recording = nullptr;
     float _rate = 0.0f;
     float _left_gain = 0.0f;
