@@ -67,42 +67,55 @@ AudioBuffers prepare_input(const BenchCommand::Options& opt, double& rate)
 struct Timings
 {
     std::vector<double> realtime_factors;  // one per pass
-    std::vector<double> block_seconds;     // every block of every pass
+    std::vector<double> block_seconds;     // every block of the timed pass
 };
 
+// Plays the whole dry signal once, from a reset plug-in as after a host's
+// stop; with block_seconds, times every block.
+void play_pass(HostedPlugin& plugin, AudioBuffers& dry, std::size_t block, std::vector<double>* block_seconds)
+{
+    AudioBuffers in(plugin.get_num_inputs(), block);
+    AudioBuffers wet(plugin.get_num_outputs(), block);
+    plugin.suspend();
+    plugin.resume();
+    const std::size_t total = dry.get_frames();
+    for (std::size_t done = 0; done < total; done += block)
+    {
+        const std::size_t frames = std::min(block, total - done);
+        for (int c = 0; c < plugin.get_num_inputs(); ++c)
+        {
+            std::copy_n(dry.use_channel(c % dry.get_channels()) + done, frames, in.use_channel(c));
+        }
+        const double start = block_seconds != nullptr ? get_block_clock_seconds() : 0.0;
+        plugin.process(in.use_pointers(), wet.use_pointers(), static_cast<std::int32_t>(frames));
+        if (block_seconds != nullptr)
+        {
+            block_seconds->push_back(get_block_clock_seconds() - start);
+        }
+    }
+}
+
+// The passes that give the real-time factor read the CPU clock only at their
+// ends: reading it per block can cost more than a small block itself (under
+// wine it is a call to the server). One more pass times each block.
 Timings measure(HostedPlugin& plugin, AudioBuffers& dry, const BenchCommand::Options& opt, double rate)
 {
     const auto block = static_cast<std::size_t>(opt.block);
-    const std::size_t total = dry.get_frames();
-    AudioBuffers in(plugin.get_num_inputs(), block);
-    AudioBuffers wet(plugin.get_num_outputs(), block);
+    const double seconds = static_cast<double>(dry.get_frames()) / rate;
     Timings t;
-    t.block_seconds.reserve((total / block + 1) * static_cast<std::size_t>(opt.repeats));
     for (int pass = 0; pass < opt.repeats; ++pass)
     {
-        // Every pass starts from a reset plug-in, as after a host's stop.
-        plugin.suspend();
-        plugin.resume();
-        double cpu = 0.0;
-        for (std::size_t done = 0; done < total; done += block)
-        {
-            const std::size_t frames = std::min(block, total - done);
-            for (int c = 0; c < plugin.get_num_inputs(); ++c)
-            {
-                std::copy_n(dry.use_channel(c % dry.get_channels()) + done, frames, in.use_channel(c));
-            }
-            const double cpu_start = get_thread_cpu_seconds();
-            const double block_start = get_block_clock_seconds();
-            plugin.process(in.use_pointers(), wet.use_pointers(), static_cast<std::int32_t>(frames));
-            t.block_seconds.push_back(get_block_clock_seconds() - block_start);
-            cpu += get_thread_cpu_seconds() - cpu_start;
-        }
+        const double start = get_thread_cpu_seconds();
+        play_pass(plugin, dry, block, nullptr);
+        const double cpu = get_thread_cpu_seconds() - start;
         // A clock too coarse to see the pass at all gives no factor.
         if (cpu > 0.0)
         {
-            t.realtime_factors.push_back(static_cast<double>(total) / rate / cpu);
+            t.realtime_factors.push_back(seconds / cpu);
         }
     }
+    t.block_seconds.reserve(dry.get_frames() / block + 1);
+    play_pass(plugin, dry, block, &t.block_seconds);
     plugin.suspend();
     return t;
 }
