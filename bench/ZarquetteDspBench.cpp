@@ -1,7 +1,7 @@
 // The whole effect in its busiest corner: "Oignons" 1 (recordings start all the
 // time), "Nuclear Power" on, "Vin Rouge" 1, "Bof" 0.5, "Gauloises" 1, stereo
-// at 44.1 kHz in host blocks of 512. Items are frames, so realtime_x is the
-// real-time factor on one core.
+// at 44.1 kHz in host blocks of 512, 32 and 1 frames. Items are frames, so
+// realtime_x is the real-time factor on one core.
 #include "lumo/NormalizedParamInterface.h"
 #include "sys/ClockPin.h"
 #include "zarquette/ZarquetteDsp.h"
@@ -14,11 +14,13 @@
 namespace
 {
 
-constexpr int block = 512;
 constexpr float rate = 44100.0f;
+// Enough audio for the army to have many voices going, whatever the block size.
+constexpr int warm_up_frames = 400 * 512;
 
 void BM_ZarquetteDspBusy(benchmark::State& state)
 {
+    const auto block = static_cast<int>(state.range(0));
     // 10:00 on a cat day: no lunch break.
     sys::ClockPin clock(1000.0, sys::LocalTime{2026, 11, 9, 10, 0, 0});
     zarquette::ZarquetteDsp dsp;
@@ -30,7 +32,8 @@ void BM_ZarquetteDspBusy(benchmark::State& state)
     {
         dsp.use_param(i).set_norm_value(values[i]);
     }
-    std::vector<float> l(block), r(block), ol(block), orr(block);
+    const auto size = static_cast<std::size_t>(block);
+    std::vector<float> l(size), r(size), ol(size), orr(size);
     std::uint32_t noise = 1u;
     for (std::size_t i = 0; i < l.size(); ++i)
     {
@@ -40,8 +43,7 @@ void BM_ZarquetteDspBusy(benchmark::State& state)
     }
     const float* in[2] = {l.data(), r.data()};
     float* out[2] = {ol.data(), orr.data()};
-    // Warm up until the army has many voices going.
-    for (int b = 0; b < 400; ++b)
+    for (int f = 0; f < warm_up_frames; f += block)
     {
         dsp.process_replacing(out, in, block, 0);
     }
@@ -60,6 +62,6 @@ void BM_ZarquetteDspBusy(benchmark::State& state)
     }
     state.counters["voices"] = busy;
 }
-BENCHMARK(BM_ZarquetteDspBusy);
+BENCHMARK(BM_ZarquetteDspBusy)->Arg(512)->Arg(32)->Arg(1);
 
 }  // namespace

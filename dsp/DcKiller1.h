@@ -15,12 +15,17 @@ public:
     // Ignored unless the rate is usable.
     void set_sample_freq(float f);
     void reset();
+    // Keeps the decaying tail of a constant input out of the denormal range
+    // when the caller does not run with flush-to-zero: once per block is enough.
+    void flush_state()
+    {
+        _x1 = flush_tiny(_x1);
+        _y1 = flush_tiny(_y1);
+    }
 
     float filter(float x)
     {
-        // The flush keeps the decaying tail of a constant input out of the
-        // denormal range.
-        const float y = flush_tiny(_c0 * x + _c1 * _x1 - _a1 * _y1);
+        const float y = _c0 * x + _c1 * _x1 - _a1 * _y1;
         _x1 = x;
         _y1 = y;
         return y;

@@ -20,7 +20,8 @@ public:
 
     float downsample_pair(float in0, float in1) override
     {
-        return (_paths.run_a(in1) + _paths.run_b(in0)) * 0.5f;
+        const __m128 ab = _paths.run(in1, in0);
+        return (HalfBandPaths<N>::lane_a(ab) + HalfBandPaths<N>::lane_b(ab)) * 0.5f;
     }
 
     void downsample_block(float* out, const float* in, int count) override
@@ -32,6 +33,8 @@ public:
     }
 
     void clear_state() override { _paths.clear_state(); }
+    // Tiny states to zero, once per block (per-sample calls do not flush).
+    void flush_state() { _paths.flush_state(); }
     bool state_is_normal() const override { return _paths.state_is_normal(); }
     float get_coef(int i) const { return _paths.get_coef(i); }
 

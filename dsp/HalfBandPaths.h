@@ -2,6 +2,8 @@
 
 #include "dsp/FloatGuard.h"
 
+#include <emmintrin.h>
+
 #include <array>
 #include <vector>
 
@@ -10,7 +12,10 @@ namespace dsp
 
 // The two all-pass chains of a polyphase half-band filter, shared by both
 // directions: stages of the even coefficients (0, 2, 4, ...) form path A, the odd
-// ones path B, each run in rising coefficient order.
+// ones path B, each run in rising coefficient order. The two paths do the same
+// arithmetic on different data, so they run side by side in the lanes of one
+// SSE2 register (lane 0 path A, lane 1 path B); each lane computes exactly what
+// the scalar stage would.
 template <int N>
 class HalfBandPaths
 {
@@ -21,37 +26,53 @@ public:
     // values outside [0, 1) are clamped so that every stage stays stable.
     void load_coefs(const std::vector<double>& coefs)
     {
-        for (std::size_t i = 0; i < _stages.size(); ++i)
+        for (int i = 0; i < N; ++i)
         {
-            const double c = i < coefs.size() ? coefs[i] : 0.0;
-            _stages[i].coef = clamp_finite(static_cast<float>(c), 0.0f, kMaxCoef);
+            const auto n = static_cast<std::size_t>(i);
+            set_coef(i, n < coefs.size() ? static_cast<float>(coefs[n]) : 0.0f);
         }
     }
 
     void copy_coefs(const float* coefs)
     {
-        for (std::size_t i = 0; i < _stages.size(); ++i)
+        for (int i = 0; i < N; ++i)
         {
-            _stages[i].coef = clamp_finite(coefs[i], 0.0f, kMaxCoef);
+            set_coef(i, coefs[i]);
         }
     }
 
-    float get_coef(int i) const { return _stages[static_cast<std::size_t>(i)].coef; }
+    float get_coef(int i) const { return use_pair(i).coef[lane_of(i)]; }
 
     void clear_state()
     {
-        for (Stage& s : _stages)
+        for (Pair& p : _pairs)
         {
-            s.x_prev = 0.0f;
-            s.y_prev = 0.0f;
+            for (int l = 0; l < kLanes; ++l)
+            {
+                p.x_prev[l] = 0.0f;
+                p.y_prev[l] = 0.0f;
+            }
+        }
+    }
+
+    // Sends tiny states to zero; callers run it once per block (see flush_tiny).
+    void flush_state()
+    {
+        for (Pair& p : _pairs)
+        {
+            for (int l = 0; l < kLanes; ++l)
+            {
+                p.x_prev[l] = flush_tiny(p.x_prev[l]);
+                p.y_prev[l] = flush_tiny(p.y_prev[l]);
+            }
         }
     }
 
     bool state_is_normal() const
     {
-        for (const Stage& s : _stages)
+        for (int i = 0; i < N; ++i)
         {
-            if (is_denormal(s.y_prev))
+            if (is_denormal(use_pair(i).y_prev[lane_of(i)]))
             {
                 return false;
             }
@@ -59,39 +80,61 @@ public:
         return true;
     }
 
-    float run_a(float x) { return run_path(0, x); }
-    float run_b(float x) { return run_path(1, x); }
+    // Path A fed `a` and path B fed `b`: returns A's result in lane 0 and B's in
+    // lane 1.
+    __m128 run(float a, float b)
+    {
+        __m128 v = _mm_setr_ps(a, b, 0.0f, 0.0f);
+        for (int p = 0; p < kPairs; ++p)
+        {
+            Pair& s = _pairs[static_cast<std::size_t>(p)];
+            // First-order all-pass: y = (x - y_prev) * coef + x_prev. Not flushed
+            // here: the audio thread runs with flush-to-zero, and other callers
+            // flush the states once per block.
+            const __m128 y_prev = _mm_loadu_ps(s.y_prev);
+            const __m128 y = _mm_add_ps(_mm_mul_ps(_mm_sub_ps(v, y_prev), _mm_loadu_ps(s.coef)), _mm_loadu_ps(s.x_prev));
+            _mm_storeu_ps(s.x_prev, v);
+            _mm_storeu_ps(s.y_prev, y);
+            // With an odd count path B has no stage in the last pair: its value
+            // passes unchanged.
+            v = (N % 2 == 1 && p == kPairs - 1) ? keep_lane_b(y, v) : y;
+        }
+        return v;
+    }
+
+    static float lane_a(__m128 v) { return _mm_cvtss_f32(v); }
+    static float lane_b(__m128 v) { return _mm_cvtss_f32(_mm_shuffle_ps(v, v, _MM_SHUFFLE(1, 1, 1, 1))); }
 
 private:
     static constexpr float kMaxCoef = 0.99999f;
+    static constexpr int kPairs = (N + 1) / 2;
+    static constexpr int kLanes = 4;
 
-    struct Stage
+    // Stage 2j of path A in lane 0, stage 2j + 1 of path B in lane 1; the other
+    // lanes idle at zero.
+    struct Pair
     {
-        float coef = 0.0f;
-        float x_prev = 0.0f;
-        float y_prev = 0.0f;
-
-        // First-order all-pass: y = (x - y_prev) * coef + x_prev. The flush keeps
-        // a decaying tail out of the denormal range, whatever the input does.
-        float process(float x)
-        {
-            const float y = flush_tiny((x - y_prev) * coef + x_prev);
-            x_prev = x;
-            y_prev = y;
-            return y;
-        }
+        float coef[kLanes] = {};
+        float x_prev[kLanes] = {};
+        float y_prev[kLanes] = {};
     };
 
-    float run_path(int first, float x)
+    static int lane_of(int i) { return i % 2; }
+    const Pair& use_pair(int i) const { return _pairs[static_cast<std::size_t>(i / 2)]; }
+
+    void set_coef(int i, float c)
     {
-        for (int i = first; i < N; i += 2)
-        {
-            x = _stages[static_cast<std::size_t>(i)].process(x);
-        }
-        return x;
+        _pairs[static_cast<std::size_t>(i / 2)].coef[lane_of(i)] = clamp_finite(c, 0.0f, kMaxCoef);
     }
 
-    std::array<Stage, N> _stages{};
+    // Lane 0 from a, the others from b.
+    static __m128 keep_lane_b(__m128 a, __m128 b)
+    {
+        const __m128 lane0 = _mm_castsi128_ps(_mm_setr_epi32(-1, 0, 0, 0));
+        return _mm_or_ps(_mm_and_ps(lane0, a), _mm_andnot_ps(lane0, b));
+    }
+
+    std::array<Pair, kPairs> _pairs{};
 };
 
 }  // namespace dsp

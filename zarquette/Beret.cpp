@@ -3,6 +3,7 @@
 #include "dsp/HalfBandDesign.h"
 #include "zarquette/FastMath.h"
 
+#include <cmath>
 #include <vector>
 
 namespace zarquette
@@ -10,8 +11,15 @@ namespace zarquette
 namespace
 {
 
+// The longest loop (a lowest loop frequency of 0.125 Hz), plus the four taps of
+// the interpolator.
 constexpr double kLongestDelaySeconds = 8.0;
-constexpr int kDelayCapacity = static_cast<int>(kLongestDelaySeconds * Beret::kMaxFullDelayRate) + 4;
+constexpr int kDelayTaps = 4;
+
+int delay_capacity(float sample_freq)
+{
+    return static_cast<int>(std::ceil(kLongestDelaySeconds * sample_freq)) + kDelayTaps;
+}
 constexpr double kStopBandDb = 69.0;
 constexpr double kSteepTransition = 0.01;
 constexpr double kGentleTransition = 0.2;
@@ -21,9 +29,11 @@ constexpr float kLimiterThreshold = kLimiterGain * kLimiterGain;
 // The clipper of the driven input is asymmetric on purpose.
 constexpr float kClipLow = -1.25f;
 constexpr float kClipHigh = 1.0f;
-// What enters the filter is kept within a range no sane signal leaves; this
-// also turns a host's NaN or infinity into something the loop survives.
-constexpr float kLoopInputLimit = 16.0f;
+// What enters the resamplers and the filter is kept within +120 dB of full
+// scale, where no host's audio goes but well below where an all-pass state
+// could overflow into infinity and then NaN for good. It also turns a direct
+// caller's NaN or infinity into something the loop survives.
+constexpr float kLoopInputLimit = 1.0e6f;
 
 template <typename Resampler>
 void load_design(Resampler& resampler, double transition)
@@ -35,7 +45,8 @@ void load_design(Resampler& resampler, double transition)
 
 }  // namespace
 
-Beret::Beret() : _delay(kDelayCapacity)
+// The delay line gets its size from the first set_sample_freq below.
+Beret::Beret() : _delay(kDelayTaps)
 {
     load_design(_up_steep, kSteepTransition);
     load_design(_down_steep, kSteepTransition);
@@ -61,6 +72,7 @@ void Beret::set_sample_freq(float f)
     {
         return;
     }
+    _delay.set_capacity(delay_capacity(f));
     _sample_freq = f;
     _filter.set_sample_freq(4.0f * f);
     _dc_killer.set_sample_freq(f);
@@ -140,16 +152,17 @@ const float* Beret::drive_input(int offset, int n)
     return _scratch;
 }
 
+template <bool Quantise>
 float Beret::process_sample(float x)
 {
-    const float y = dsp::flush_tiny(dsp::clamp_finite(x + _delay.read(), -kLoopInputLimit, kLoopInputLimit));
+    const float y = dsp::clamp_finite(x + _delay.read(), -kLoopInputLimit, kLoopInputLimit);
     const auto up = _up_steep.upsample(y);
     const auto a = _up_gentle.upsample(up[0]);
     const auto b = _up_gentle.upsample(up[1]);
-    const float fa0 = _filter.process(a[0]);
-    const float fa1 = _filter.process(a[1]);
-    const float fb0 = _filter.process(b[0]);
-    const float fb1 = _filter.process(b[1]);
+    const float fa0 = _filter.process<Quantise>(a[0]);
+    const float fa1 = _filter.process<Quantise>(a[1]);
+    const float fb0 = _filter.process<Quantise>(b[0]);
+    const float fb1 = _filter.process<Quantise>(b[1]);
     const float down0 = _down_gentle.downsample_pair(fa0, fa1);
     const float down1 = _down_gentle.downsample_pair(fb0, fb1);
     const float result = _limiter.limit(_dc_killer.filter(_down_steep.downsample_pair(down0, down1)));
@@ -157,13 +170,41 @@ float Beret::process_sample(float x)
     return result;
 }
 
+template <bool Quantise>
+void Beret::render_span(const float* src, int offset, int n)
+{
+    for (int i = offset; i < offset + n; ++i)
+    {
+        _out[i] = process_sample<Quantise>(src[i]);
+    }
+}
+
 void Beret::render(int offset, int n)
 {
     const float* src = drive_input(offset, n);
-    for (int i = offset; i < offset + n; ++i)
+    // The drive is constant over a piece: the choice is made once, not per sample.
+    if (_filter.is_quantising())
     {
-        _out[i] = process_sample(src[i]);
+        render_span<true>(src, offset, n);
     }
+    else
+    {
+        render_span<false>(src, offset, n);
+    }
+    flush_states();
+}
+
+// The host's entry sets flush-to-zero for the audio thread; for callers that do
+// not go through it, the linear recursions are flushed once per piece rather
+// than per sample. A decay can only pass through the denormal range for the
+// rest of one piece.
+void Beret::flush_states()
+{
+    _up_steep.flush_state();
+    _up_gentle.flush_state();
+    _down_gentle.flush_state();
+    _down_steep.flush_state();
+    _dc_killer.flush_state();
 }
 
 }  // namespace zarquette

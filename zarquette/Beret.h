@@ -19,16 +19,14 @@ namespace zarquette
 class Beret
 {
 public:
-    // The highest rate at which the delay line still holds its full 8 s.
-    static constexpr float kMaxFullDelayRate = 192000.0f;
-
     Beret();
     virtual ~Beret() = default;
 
     // The processor's work buffers; render reads `in` and writes `out`, and
     // stores the driven input in `scratch` while the gate is closed.
     void set_buffers(float* out, const float* in, float* scratch);
-    // Ignored unless the rate is usable.
+    // Ignored unless the rate is usable. Sizes the delay line for the rate,
+    // which allocates: call it from the host's thread, never while rendering.
     void set_sample_freq(float f);
     void set_delay(double seconds);
     void set_hold_gain(float g);
@@ -54,7 +52,11 @@ public:
 private:
     void update_feedback_gain();
     const float* drive_input(int offset, int n);
+    template <bool Quantise>
     float process_sample(float x);
+    template <bool Quantise>
+    void render_span(const float* src, int offset, int n);
+    void flush_states();
 
     float* _out = nullptr;
     const float* _in = nullptr;

@@ -27,8 +27,24 @@ BeretDelay::BeretDelay(int capacity) : _buffer(round_up_to_power_of_two(capacity
     set_delay(3.0);
 }
 
+void BeretDelay::set_capacity(int capacity)
+{
+    const std::size_t size = round_up_to_power_of_two(capacity);
+    if (size == _buffer.size())
+    {
+        return;
+    }
+    // Built aside first: when memory runs out the line stays as it was.
+    std::vector<float> fresh(size, 0.0f);
+    _buffer.swap(fresh);
+    _mask = static_cast<std::uint32_t>(size - 1);
+    _write = 0;
+    set_delay(_delay);
+}
+
 void BeretDelay::set_delay(double samples)
 {
+    _delay = samples;
     // The taps sit delay_int - 3 to delay_int samples back: the nearest must be a
     // sample already written, the farthest one not yet overwritten.
     const double length = dsp::clamp_finite(samples + 1.0, 4.0, static_cast<double>(_buffer.size()));

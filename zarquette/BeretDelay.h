@@ -9,7 +9,8 @@ namespace zarquette
 
 // The loop's delay line: a circular buffer read through a four-tap Lagrange
 // interpolator, so that delays of a fractional number of samples repeat exactly
-// as long as asked. The buffer is allocated once, at construction.
+// as long as asked. The buffer is allocated at construction and again when its
+// owner asks for another capacity, on the host's thread, never while rendering.
 class BeretDelay
 {
 public:
@@ -17,6 +18,10 @@ public:
     explicit BeretDelay(int capacity);
 
     int get_capacity() const { return static_cast<int>(_buffer.size()); }
+    // Makes room for `capacity` samples (rounded up to a power of two). A new
+    // size starts from silence; the same size keeps what the line holds and
+    // allocates nothing. The delay is kept as far as the new size allows.
+    void set_capacity(int capacity);
 
     // A delay of `samples` (fractional) between a write and the read that
     // returns it; clamped to what the buffer and the four taps allow.
@@ -50,6 +55,7 @@ private:
     std::vector<float> _buffer;
     std::uint32_t _mask = 0;
     std::uint32_t _write = 0;
+    double _delay = 3.0;
     int _delay_int = 4;
     float _gain = 0.0f;
     std::array<float, 4> _weights{};

@@ -30,6 +30,11 @@ void BeretFilter::set_sample_freq(float f)
 
 void BeretFilter::set_cutoff(float hz)
 {
+    // The cutoff arrives with every rendered piece, mostly unchanged.
+    if (hz == _cutoff)
+    {
+        return;
+    }
     _cutoff = hz;
     update_coefs();
 }
@@ -59,6 +64,7 @@ void BeretFilter::reset()
     _s2 = 0.0f;
     _s3 = 0.0f;
     _s4 = 0.0f;
+    _last_stage = 0.0f;
 }
 
 bool BeretFilter::state_is_normal() const

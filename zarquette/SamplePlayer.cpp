@@ -3,6 +3,20 @@
 namespace zarquette
 {
 
+namespace
+{
+
+static_assert(SamplePlayer::nbr_voices == 64, "one bit of the busy mask per voice");
+
+// Index of the lowest set bit of a non-zero mask (every compiler of this
+// project has the builtin).
+int lowest_bit(std::uint64_t mask)
+{
+    return __builtin_ctzll(mask);
+}
+
+}  // namespace
+
 void SamplePlayer::resize(int n)
 {
     if (n == _nbr_recordings)
@@ -24,6 +38,7 @@ void SamplePlayer::stop_all()
     {
         v.stop();
     }
+    _busy = 0;
 }
 
 int SamplePlayer::play(int index, float gain, float pan, float speed)
@@ -39,24 +54,25 @@ int SamplePlayer::play(int index, float gain, float pan, float speed)
     {
         return -1;
     }
-    for (SampleVoice& v : _voices)
+    if (_busy == ~std::uint64_t(0))
     {
-        if (!v.is_busy())
-        {
-            v.start(recording, rate, gain, pan);
-            return 0;
-        }
+        return -1;
     }
-    return -1;
+    const int v = lowest_bit(~_busy);
+    _voices[v].start(recording, rate, gain, pan);
+    _busy |= std::uint64_t(1) << v;
+    return 0;
 }
 
 void SamplePlayer::render(float* left, float* right, int n)
 {
-    for (SampleVoice& v : _voices)
+    for (std::uint64_t todo = _busy; todo != 0; todo &= todo - 1)
     {
-        if (v.is_busy())
+        const int v = lowest_bit(todo);
+        _voices[v].render(left, right, n);
+        if (!_voices[v].is_busy())
         {
-            v.render(left, right, n);
+            _busy &= ~(std::uint64_t(1) << v);
         }
     }
 }

@@ -3,6 +3,7 @@
 #include "zarquette/SampleVoice.h"
 #include "zarquette/WavFile.h"
 
+#include <cstdint>
 #include <memory>
 
 namespace zarquette
@@ -41,6 +42,9 @@ private:
     std::unique_ptr<WavFile[]> _recordings;
     int _nbr_recordings = 0;
     SampleVoice _voices[nbr_voices];
+    // Bit v is set while voice v is busy, so that a block visits only the busy
+    // voices, still in voice order.
+    std::uint64_t _busy = 0;
     float _sample_freq = 44100.0f;
 };
 

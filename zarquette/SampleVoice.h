@@ -32,12 +32,16 @@ public:
     std::uint64_t get_increment() const { return _increment; }
 
 private:
+    void render_four(const std::int16_t* samples, float* left, float* right);
+
     const WavFile* _recording = nullptr;
     float _rate = 0.0f;
     float _left_gain = 0.0f;
     float _right_gain = 0.0f;
     std::uint64_t _position = 0;
     std::uint64_t _increment = 0;
+    // Output frames left that can be read with a right neighbour.
+    std::uint64_t _frames_left = 0;
 };
 
 }  // namespace zarquette

@@ -1,5 +1,6 @@
 // vsthost: a command-line VST 2 host for inspecting, rendering, storing and
 // validating plug-ins.
+#include "BenchCommand.h"
 #include "InfoCommand.h"
 #include "PresetCommand.h"
 #include "RenderCommand.h"
@@ -26,7 +27,10 @@ const char* const usage =
     "  preset save PLUGIN FILE.fxp|FILE.fxb [--program N]\n"
     "  preset load PLUGIN FILE [--ignore-id]\n"
     "  validate PLUGIN [--level 1|2|3] [--rates R,R...] [--blocks B,B...] [--seed N] [--repeats N]\n"
-    "                                   run the validation suite; non-zero exit on any failure\n";
+    "                                   run the validation suite; non-zero exit on any failure\n"
+    "  bench PLUGIN [IN.wav] [--set NAME=TEXT] [--block FRAMES] [--rate HZ] [--seconds S] [--repeats N]\n"
+    "                                   real-time factor (min, median, max over the passes) and the\n"
+    "                                   99th percentile of the time per block\n";
 
 }  // namespace
 
@@ -47,6 +51,10 @@ int main(int argc, char** argv)
         if (command == "preset")
         {
             return vsthost::PresetCommand::run(words, std::cout);
+        }
+        if (command == "bench")
+        {
+            return vsthost::BenchCommand::run(words, std::cout);
         }
         if (command == "validate")
         {

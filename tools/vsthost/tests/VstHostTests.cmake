@@ -77,3 +77,7 @@ vsthost_e2e(validate_broken_midi "${broken_midi_faults}"
   ARGS validate ${broken} --level 1)
 vsthost_e2e(validate_params_strict "\n[1-9][0-9]* passed, 0 failed" ARGS validate ${params} --level 3 --seed 7
   --rates 44100,96000 --blocks 16,512)
+
+# The bench command measures any plug-in; the test gain is enough to see it run.
+vsthost_e2e(bench "real-time factor \\(CPU time\\): min [0-9.]+x, median [0-9.]+x.*99th percentile: [0-9.]+ us"
+  ARGS bench ${gain} --seconds 1 --repeats 3 --block 64)
