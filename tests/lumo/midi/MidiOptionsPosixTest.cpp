@@ -32,4 +32,32 @@ TEST(MidiInOrderTest, SwappedOrderSelectsRpnOneNotRpn128)
     ::unsetenv("XDG_CONFIG_HOME");
 }
 
+TEST(MidiOptionsTest, GarbageIsReplacedByTheDefaultAndAutobindZeroLearnsOnce)
+{
+    zq_test::ScratchDir dir;
+    ::setenv("XDG_CONFIG_HOME", dir.get_path().c_str(), 1);
+    sys::PersistentKeyList("Velnor", true).set_string("Autobind Mode", "yes");
+    lumo::MidiMgr mgr;
+    mgr.load_options("Zq");
+    std::string text;
+    sys::PersistentKeyList("Velnor", false).get_string("Autobind Mode", text);
+    EXPECT_EQ(text, "1");
+    sys::PersistentKeyList("Velnor/Zq", false).get_string("NRPN Compatibility", text);
+    EXPECT_EQ(text, "1");
+    EXPECT_TRUE(mgr.use_options().is_loaded());
+
+    ASSERT_EQ(mgr.use_options().set_autobind_mode(0), 0);
+    mgr.set_pending_learn(2);
+    int index = 0;
+    float value = 0.0f;
+    mgr.map_controller(20 * 65536, 0, index, value);
+    EXPECT_EQ(mgr.get_pending_learn(), -1);
+    mgr.map_controller(21 * 65536, 0, index, value);
+    EXPECT_EQ(index, -1);
+    EXPECT_EQ(mgr.get_id(2), 20 * 65536);
+    mgr.reset();
+    EXPECT_FALSE(mgr.use_options().is_loaded());
+    ::unsetenv("XDG_CONFIG_HOME");
+}
+
 }  // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "lumo/midi/MidiInCcMixin.h"
+#include "lumo/midi/MidiOut4BPacketMixin.h"
 #include "lumo/midi/MidiReceiverInterface.h"
 
 #include <cstdio>
@@ -77,6 +78,33 @@ public:
         bool operator==(const Event& o) const { return id == o.id && value == o.value; }
     };
     std::vector<Event> events;
+};
+
+// An output that keeps every packet as hexadecimal text ("B0 65 00 00") and
+// takes only as many as the test allows.
+class TestMidiOut : public lumo::MidiOut4BPacketMixin
+{
+public:
+    int activate() override { return 0; }
+    int deactivate() override { return 0; }
+    int open() override { return 0; }
+    int close() override { return 0; }
+    int block_start() override { return 0; }
+    int send_packet(int b1, int b2, int b3, int b4) override
+    {
+        if (room == 0)
+        {
+            return 0;
+        }
+        --room;
+        char text[16];
+        std::snprintf(text, sizeof(text), "%02X %02X %02X %02X", b1, b2, b3, b4);
+        packets.push_back(text);
+        return 1;
+    }
+
+    std::vector<std::string> packets;
+    int room = 1 << 30;
 };
 
 }  // namespace zq_test
