@@ -15,6 +15,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <thread>
 
 namespace lumo
 {
@@ -183,28 +184,48 @@ int MidiMgr::send_param(int channel, int param_index, float value)
     return taken != 0 ? 0 : -1;
 }
 
+template <class Device, class Call>
+int MidiMgr::with_device(const std::atomic<Device*>& device, Call call)
+{
+    // Sequentially consistent on both sides: either the changer sees this
+    // user, or this user sees the new device.
+    _device_users.fetch_add(1);
+    Device* current = device.load();
+    const int result = current != nullptr ? call(*current) : 0;
+    _device_users.fetch_sub(1);
+    return result;
+}
+
+void MidiMgr::wait_for_users() const
+{
+    while (_device_users.load() != 0)
+    {
+        std::this_thread::yield();
+    }
+}
+
+void MidiMgr::set_output(MidiOutInterface* output)
+{
+    _output.store(output);
+    wait_for_users();
+}
+
+void MidiMgr::set_input(MidiInInterface* input)
+{
+    _input.store(input);
+    wait_for_users();
+}
+
 void MidiMgr::block_start()
 {
-    if (MidiInInterface* in = use_input())
-    {
-        in->block_start();
-    }
-    if (MidiOutInterface* out = use_output())
-    {
-        out->block_start();
-    }
+    with_device(_input, [](MidiInInterface& in) { return in.block_start(); });
+    with_device(_output, [](MidiOutInterface& out) { return out.block_start(); });
 }
 
 void MidiMgr::block_end()
 {
-    if (MidiInInterface* in = use_input())
-    {
-        in->block_end();
-    }
-    if (MidiOutInterface* out = use_output())
-    {
-        out->block_end();
-    }
+    with_device(_input, [](MidiInInterface& in) { return in.block_end(); });
+    with_device(_output, [](MidiOutInterface& out) { return out.block_end(); });
 }
 
 // ---- Settings ------------------------------------------------------------------
@@ -331,86 +352,72 @@ int MidiMgr::load_settings(const basic::ConfKeyMulti& root)
 
 int MidiMgr::set_event_time(std::int32_t offset)
 {
-    MidiOutInterface* out = use_output();
-    return out != nullptr ? out->set_event_time(offset) : 0;
+    return with_device(_output, [&](MidiOutInterface& out) { return out.set_event_time(offset); });
 }
 
 int MidiMgr::note_on(int channel, int note, float pitch, int zero, float velocity, int one)
 {
-    MidiOutInterface* out = use_output();
-    return out != nullptr ? out->note_on(channel, note, pitch, zero, velocity, one) : 0;
+    return with_device(_output, [&](MidiOutInterface& out) { return out.note_on(channel, note, pitch, zero, velocity, one); });
 }
 
 int MidiMgr::note_off(int channel, int note, float velocity)
 {
-    MidiOutInterface* out = use_output();
-    return out != nullptr ? out->note_off(channel, note, velocity) : 0;
+    return with_device(_output, [&](MidiOutInterface& out) { return out.note_off(channel, note, velocity); });
 }
 
 int MidiMgr::poly_pressure(int channel, int note, float pressure)
 {
-    MidiOutInterface* out = use_output();
-    return out != nullptr ? out->poly_pressure(channel, note, pressure) : 0;
+    return with_device(_output, [&](MidiOutInterface& out) { return out.poly_pressure(channel, note, pressure); });
 }
 
 int MidiMgr::pitch_bend(int channel, float bend)
 {
-    MidiOutInterface* out = use_output();
-    return out != nullptr ? out->pitch_bend(channel, bend) : 0;
+    return with_device(_output, [&](MidiOutInterface& out) { return out.pitch_bend(channel, bend); });
 }
 
 int MidiMgr::program_change(int channel, int program)
 {
-    MidiOutInterface* out = use_output();
-    return out != nullptr ? out->program_change(channel, program) : 0;
+    return with_device(_output, [&](MidiOutInterface& out) { return out.program_change(channel, program); });
 }
 
 int MidiMgr::rpn_change(int channel, int number, int value)
 {
-    MidiOutInterface* out = use_output();
-    return out != nullptr ? out->rpn_change(channel, number, value) : 0;
+    return with_device(_output, [&](MidiOutInterface& out) { return out.rpn_change(channel, number, value); });
 }
 
 int MidiMgr::nrpn_change(int channel, int number, int value)
 {
-    MidiOutInterface* out = use_output();
-    return out != nullptr ? out->nrpn_change(channel, number, value) : 0;
+    return with_device(_output, [&](MidiOutInterface& out) { return out.nrpn_change(channel, number, value); });
 }
 
 int MidiMgr::control_change(int channel, int controller, int value)
 {
-    MidiOutInterface* out = use_output();
-    return out != nullptr ? out->control_change(channel, controller, value) : 0;
+    return with_device(_output, [&](MidiOutInterface& out) { return out.control_change(channel, controller, value); });
 }
 
 int MidiMgr::raw_message(int channel, int status, int data1, int data2)
 {
-    MidiOutInterface* out = use_output();
-    return out != nullptr ? out->raw_message(channel, status, data1, data2) : 0;
+    return with_device(_output, [&](MidiOutInterface& out) { return out.raw_message(channel, status, data1, data2); });
 }
 
 int MidiMgr::raw_byte(int status)
 {
-    MidiOutInterface* out = use_output();
-    return out != nullptr ? out->raw_byte(status) : 0;
+    return with_device(_output, [&](MidiOutInterface& out) { return out.raw_byte(status); });
 }
 
 int MidiMgr::raw_message3(int status, int data1, int data2)
 {
-    MidiOutInterface* out = use_output();
-    return out != nullptr ? out->raw_message3(status, data1, data2) : 0;
+    return with_device(_output, [&](MidiOutInterface& out) { return out.raw_message3(status, data1, data2); });
 }
 
 int MidiMgr::reserved_a(int a, int b)
 {
-    MidiOutInterface* out = use_output();
-    return out != nullptr ? out->reserved_a(a, b) : 0;
+    return with_device(_output, [&](MidiOutInterface& out) { return out.reserved_a(a, b); });
 }
 
 int MidiMgr::reserved_b()
 {
-    MidiOutInterface* out = use_output();
-    return out != nullptr ? out->reserved_b() : 0;
+    return with_device(_output, [&](MidiOutInterface& out) { return out.reserved_b(); });
 }
 
 }  // namespace lumo

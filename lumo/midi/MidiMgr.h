@@ -66,10 +66,13 @@ public:
     DspInterface* use_dsp() const { return _dsp; }
     void set_receiver(MidiReceiverInterface* receiver) { _receiver = receiver; }
     MidiReceiverInterface* use_receiver() const { return _receiver; }
-    void set_output(MidiOutInterface* output) { _output.store(output, std::memory_order_release); }
-    MidiOutInterface* use_output() const { return _output.load(std::memory_order_acquire); }
-    void set_input(MidiInInterface* input) { _input.store(input, std::memory_order_release); }
-    MidiInInterface* use_input() const { return _input.load(std::memory_order_acquire); }
+    // Changing a device waits (on the host's thread) until no other thread is
+    // still inside a call on the old one, so the caller may then destroy it.
+    void set_output(MidiOutInterface* output);
+    void set_input(MidiInInterface* input);
+    // The current devices, for the host's thread that selects them.
+    MidiOutInterface* use_output() const { return _output.load(); }
+    MidiInInterface* use_input() const { return _input.load(); }
     void set_port_selector(basic::SettingClientInterface* selector) { _port_selector = selector; }
     void set_cmd(PluginCmdInterface* cmd) { _cmd = cmd; }
     PluginCmdInterface* use_cmd() const { return _cmd; }
@@ -95,6 +98,12 @@ public:
     int reserved_b() override;
 
 private:
+    // Runs call on the current device, or answers 0 without one. Counts
+    // itself as a user meanwhile, so a device change waits for it; the audio
+    // thread never waits here.
+    template <class Device, class Call>
+    int with_device(const std::atomic<Device*>& device, Call call);
+    void wait_for_users() const;
     void learn(std::int32_t id);
     // Reads one "id_N = cc_M" entry; false when it does not parse.
     static bool parse_entry(const std::string& name, const std::string& value, int& index, std::int32_t& id);
@@ -105,6 +114,7 @@ private:
     MidiReceiverInterface* _receiver = nullptr;
     std::atomic<MidiOutInterface*> _output{nullptr};
     std::atomic<MidiInInterface*> _input{nullptr};
+    std::atomic<int> _device_users{0};
     basic::SettingClientInterface* _port_selector = nullptr;
     PluginCmdInterface* _cmd = nullptr;
     MidiOptions _options;
