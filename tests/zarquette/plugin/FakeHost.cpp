@@ -58,6 +58,11 @@ void FakeHost::close_plugin(lumo::vst2::AEffect* e)
 void FakeHost::keep_events(const lumo::vst2::Events* events)
 {
     ++sent_lists;
+    sent_events += events->num_events;
+    if (!keep_midi)
+    {
+        return;
+    }
     lumo::vst2::Event* const* list = events->events;
     for (int i = 0; i < events->num_events; ++i)
     {

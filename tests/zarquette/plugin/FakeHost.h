@@ -48,6 +48,9 @@ public:
     // and the number of lists it came in. Only the processing thread writes them.
     std::vector<std::string> sent_midi;
     int sent_lists = 0;
+    int sent_events = 0;
+    // Off: only count, so that a test can check that processing allocates nothing.
+    bool keep_midi = true;
 
 private:
     void keep_events(const lumo::vst2::Events* events);

@@ -1,4 +1,5 @@
 #include "PluginFixture.h"
+#include "tests/zarquette/AllocationCounter.h"
 
 #include "lumo/midi/MidiDevSelDispatcher.h"
 #include "lumo/midi/MidiMgr.h"
@@ -54,7 +55,6 @@ protected:
     lumo::Vst2Plugin& adapter() { return *static_cast<lumo::Vst2Plugin*>(lumo::AudioEffect::from_aeffect(effect)); }
     void block()
     {
-        std::vector<float> l(64), r(64), ol(64), or_(64);
         process(l, r, ol, or_);
         for (float v : ol)
         {
@@ -63,6 +63,8 @@ protected:
     }
     void send(EventList& list) { EXPECT_EQ(dispatch(PluginOp::process_events, 0, 0, list.build()), 1); }
     float param(int index) { return effect->get_parameter(effect, index); }
+
+    std::vector<float> l = std::vector<float>(64), r = l, ol = l, or_ = l;
     static void nrpn(EventList& list, int frame, int number, int value)
     {
         list.add(frame, 0xB0, 99, number / 128);
@@ -168,6 +170,32 @@ TEST_F(ZarquetteMidi, AHostListHoldsAtMost1024Events)
     EXPECT_NE(mgr.raw_message(0, 11, 8, 1), 0);
     block();
     EXPECT_EQ(host.sent_midi.back(), "B0 08 01");
+}
+
+TEST_F(ZarquetteMidi, MidiInLearnAndEchoOutAllocateNothing)
+{
+    ASSERT_EQ(adapter().use_midi_dispatcher()->select_output(0), 0);
+    lumo::MidiMgr& mgr = *adapter().use_midi_mgr();
+    host.keep_midi = false;
+    EventList list;
+    for (int frame = 0; frame < 64; frame += 4)
+    {
+        list.add(frame, 0xB0, 74, frame * 2);
+        nrpn(list, frame, frame % 6, frame * 200);
+    }
+    lumo::vst2::Events* events = list.build();
+    block();
+    const AllocationCounter counter;
+    for (int b = 0; b < 200; ++b)
+    {
+        mgr.set_pending_learn(b % 50 == 0 ? 4 : -1);
+        dispatch(PluginOp::process_events, 0, 0, events);
+        mgr.send_param(0, b % 6, static_cast<float>(b % 100) / 100.0f);
+        block();
+    }
+    EXPECT_EQ(counter.get_count(), 0);
+    EXPECT_EQ(mgr.get_last_learnt_param(), 4);
+    EXPECT_GT(host.sent_events, 200);
 }
 
 }  // namespace
