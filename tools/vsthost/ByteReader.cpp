@@ -17,14 +17,19 @@ std::uint32_t ByteReader::take(std::size_t n, bool big_endian)
     return v;
 }
 
-bool ByteReader::get_u32_be(std::uint32_t& out)
+bool ByteReader::get_number(std::size_t n, bool big_endian, std::uint32_t& out)
 {
-    if (get_remaining() < 4)
+    if (get_remaining() < n)
     {
         return false;
     }
-    out = take(4, true);
+    out = take(n, big_endian);
     return true;
+}
+
+bool ByteReader::get_u32_be(std::uint32_t& out)
+{
+    return get_number(4, true, out);
 }
 
 bool ByteReader::get_i32_be(std::int32_t& out)
@@ -51,21 +56,39 @@ bool ByteReader::get_float_be(float& out)
 
 bool ByteReader::get_u32_le(std::uint32_t& out)
 {
-    if (get_remaining() < 4)
-    {
-        return false;
-    }
-    out = take(4, false);
-    return true;
+    return get_number(4, false, out);
 }
 
 bool ByteReader::get_u16_le(std::uint16_t& out)
 {
-    if (get_remaining() < 2)
+    std::uint32_t v = 0;
+    if (!get_number(2, false, v))
     {
         return false;
     }
-    out = static_cast<std::uint16_t>(take(2, false));
+    out = static_cast<std::uint16_t>(v);
+    return true;
+}
+
+bool ByteReader::get_u16_be(std::uint16_t& out)
+{
+    std::uint32_t v = 0;
+    if (!get_number(2, true, v))
+    {
+        return false;
+    }
+    out = static_cast<std::uint16_t>(v);
+    return true;
+}
+
+bool ByteReader::get_u8(std::uint8_t& out)
+{
+    std::uint32_t v = 0;
+    if (!get_number(1, true, v))
+    {
+        return false;
+    }
+    out = static_cast<std::uint8_t>(v);
     return true;
 }
 

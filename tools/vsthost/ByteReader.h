@@ -18,6 +18,8 @@ public:
     bool get_float_be(float& out);
     bool get_u32_le(std::uint32_t& out);
     bool get_u16_le(std::uint16_t& out);
+    bool get_u16_be(std::uint16_t& out);
+    bool get_u8(std::uint8_t& out);
     // Points out at the next n bytes and moves past them.
     bool get_bytes(std::size_t n, const std::uint8_t*& out);
     bool skip(std::size_t n);
@@ -27,6 +29,7 @@ public:
 
 private:
     std::uint32_t take(std::size_t n, bool big_endian);
+    bool get_number(std::size_t n, bool big_endian, std::uint32_t& out);
 
     const std::uint8_t* _data;
     std::size_t _size;

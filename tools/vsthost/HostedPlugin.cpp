@@ -40,7 +40,8 @@ std::intptr_t answer_can_do(const char* text)
     {
         return 0;
     }
-    for (const char* yes : {"sendVstTimeInfo", "sizeWindow", "startStopProcess", "supplyIdle"})
+    for (const char* yes : {"sendVstTimeInfo", "sendVstEvents", "sendVstMidiEvent", "receiveVstEvents",
+                            "receiveVstMidiEvent", "sizeWindow", "startStopProcess", "supplyIdle"})
     {
         if (std::strcmp(text, yes) == 0)
         {
@@ -250,6 +251,7 @@ void HostedPlugin::suspend()
 
 void HostedPlugin::process(float** inputs, float** outputs, std::int32_t frames)
 {
+    _midi_out.begin_block(frames);
     t_processing = true;
     if (_effect->process_replacing != nullptr && has_flag(lumo::vst2::effect_flags::can_replacing))
     {
@@ -265,6 +267,11 @@ void HostedPlugin::process(float** inputs, float** outputs, std::int32_t frames)
     }
     t_processing = false;
     _transport.advance(frames);
+}
+
+std::intptr_t HostedPlugin::send_events(lumo::vst2::Events* events)
+{
+    return dispatch(PluginOp::process_events, 0, 0, events);
 }
 
 bool HostedPlugin::get_editor_rect(lumo::vst2::ERect& rect)
@@ -332,6 +339,10 @@ std::intptr_t HostedPlugin::answer(HostOp op, void* ptr)
         ++_requests.size_window;
         return 1;
     case HostOp::want_midi:
+        ++_requests.want_midi;
+        return 1;
+    case HostOp::process_events:
+        return take_events(static_cast<const lumo::vst2::Events*>(ptr));
     case HostOp::need_idle:
     case HostOp::update_display:
     case HostOp::io_changed:
@@ -363,6 +374,18 @@ std::intptr_t HostedPlugin::answer(HostOp op, void* ptr)
         // Pin queries answer 0 (connected); everything else is unknown.
         return 0;
     }
+}
+
+std::intptr_t HostedPlugin::take_events(const lumo::vst2::Events* events)
+{
+    // Events belong to the block being processed; the plug-in may also send
+    // from its own threads, where there is no block to place them in.
+    if (!t_processing)
+    {
+        ++_requests.events_outside_process;
+        return 0;
+    }
+    return _midi_out.take(events);
 }
 
 }  // namespace vsthost

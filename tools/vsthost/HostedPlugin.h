@@ -1,5 +1,6 @@
 #pragma once
 
+#include "MidiOutCollector.h"
 #include "Transport.h"
 #include "lumo/vst2/Vst2Abi.h"
 
@@ -21,6 +22,9 @@ struct HostRequests
     std::atomic<int> end_edit{0};
     std::atomic<int> get_time{0};
     std::atomic<int> size_window{0};
+    std::atomic<int> want_midi{0};
+    // Events blocks sent while no block was being processed: no block to place them in.
+    std::atomic<int> events_outside_process{0};
 };
 
 // One instance of a VST 2 plug-in, opened on construction and closed on
@@ -88,7 +92,14 @@ public:
     bool is_resumed() const { return _resumed; }
     // One block through the replacing call (or the accumulating one into
     // cleared outputs when that is all the plug-in has); the transport moves on.
+    // What the plug-in sends during the call waits in use_midi_out() until the next.
     void process(float** inputs, float** outputs, std::int32_t frames);
+    // Events for the next block, handed over before it is processed; the
+    // plug-in's answer.
+    std::intptr_t send_events(lumo::vst2::Events* events);
+    bool receives_midi() { return can_do("receiveVstEvents") > 0 || can_do("receiveVstMidiEvent") > 0; }
+    bool sends_midi() { return can_do("sendVstEvents") > 0 || can_do("sendVstMidiEvent") > 0; }
+    const MidiOutCollector& use_midi_out() const { return _midi_out; }
     Transport& use_transport() { return _transport; }
     HostRequests& use_requests() { return _requests; }
 
@@ -103,6 +114,7 @@ private:
                                                       std::int32_t index, std::intptr_t value, void* ptr,
                                                       float opt);
     std::intptr_t answer(lumo::vst2::HostOp op, void* ptr);
+    std::intptr_t take_events(const lumo::vst2::Events* events);
 
     lumo::vst2::AEffect* _effect = nullptr;
     std::string _directory;
@@ -112,6 +124,7 @@ private:
     bool _editor_open = false;
     Transport _transport;
     HostRequests _requests;
+    MidiOutCollector _midi_out;
 };
 
 }  // namespace vsthost

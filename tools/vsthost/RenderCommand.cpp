@@ -7,6 +7,7 @@
 #include "HostedPlugin.h"
 #include "PluginLibrary.h"
 #include "ProgressBar.h"
+#include "RenderMidi.h"
 #include "Terminal.h"
 #include "WavReader.h"
 #include "WavWriter.h"
@@ -25,7 +26,8 @@ namespace
 
 const char* const usage =
     "usage: vsthost render PLUGIN [IN.wav] -o OUT.wav [--set NAME=TEXT] [--norm NAME=VALUE] [--preset FILE]\n"
-    "       [--tempo BPM] [--rate HZ] [--block FRAMES] [--length SECONDS] [--pcm16]";
+    "       [--tempo BPM] [--rate HZ] [--block FRAMES] [--length SECONDS] [--pcm16]\n"
+    "       [--midi-in FILE.mid] [--midi-out FILE.mid] [--automation-out FILE.csv]";
 
 // Where the dry signal comes from: a WAV file or the demo song.
 class Source
@@ -124,7 +126,9 @@ void RenderCommand::apply_settings(const CommandLine& args, HostedPlugin& plugin
 
 int RenderCommand::run(const std::vector<std::string>& words, std::ostream& out)
 {
-    const CommandLine args(words, {"-o", "--set", "--norm", "--preset", "--tempo", "--rate", "--block", "--length"},
+    const CommandLine args(words,
+                           {"-o", "--set", "--norm", "--preset", "--tempo", "--rate", "--block", "--length",
+                            "--midi-in", "--midi-out", "--automation-out"},
                            {"--pcm16"});
     const auto& pos = args.get_positionals();
     if (pos.empty() || pos.size() > 2 || !args.has("-o"))
@@ -140,9 +144,6 @@ int RenderCommand::run(const std::vector<std::string>& words, std::ostream& out)
     }
     const double rate = source.get_rate(args.get_number("--rate", 44100.0, 8000.0, 768000.0));
     const auto block = static_cast<std::size_t>(args.get_number("--block", 512, 1, 65536));
-    const std::uint64_t total =
-        args.has("--length") ? static_cast<std::uint64_t>(args.get_number("--length", 0, 0, 3600) * rate)
-                             : source.get_frame_count();
 
     PluginLibrary library(pos[0]);
     HostedPlugin plugin(library);
@@ -150,6 +151,11 @@ int RenderCommand::run(const std::vector<std::string>& words, std::ostream& out)
     plugin.set_block_size(static_cast<int>(block));
     plugin.use_transport().set_tempo(tempo);
     apply_settings(args, plugin);
+    RenderMidi midi(args, plugin, rate, static_cast<std::int32_t>(block), tempo);
+    // Without a length the render also plays the whole MIDI file.
+    const std::uint64_t total =
+        args.has("--length") ? static_cast<std::uint64_t>(args.get_number("--length", 0, 0, 3600) * rate)
+                             : std::max(source.get_frame_count(), midi.get_end_frame());
 
     const std::string out_path = args.get_value("-o", "");
     std::ofstream file(out_path, std::ios::binary | std::ios::trunc);
@@ -176,7 +182,9 @@ int RenderCommand::run(const std::vector<std::string>& words, std::ostream& out)
         {
             std::copy_n(dry.use_channel(c % dry.get_channels()), frames, in.use_channel(c));
         }
+        midi.before_block(done, static_cast<std::int32_t>(frames));
         plugin.process(in.use_pointers(), wet.use_pointers(), static_cast<std::int32_t>(frames));
+        midi.after_block(done);
         writer.write(wet.use_pointers(), frames);
         peak = find_peak(wet, plugin.get_num_outputs(), frames, peak);
         done += frames;
@@ -192,6 +200,7 @@ int RenderCommand::run(const std::vector<std::string>& words, std::ostream& out)
         << " Hz in blocks of " << block << " to " << out_path << " ("
         << (format == WavWriter::Format::pcm16 ? "16-bit PCM" : "32-bit float") << ", " << out_channels
         << " channels), peak " << (peak > 0.0f ? 20.0 * std::log10(peak) : -999.0) << " dBFS\n";
+    midi.finish(out);
     return 0;
 }
 

@@ -4,6 +4,7 @@
 #include "EditorValidator.h"
 #include "FxExchange.h"
 #include "HostedPlugin.h"
+#include "MidiValidator.h"
 #include "ParamState.h"
 #include "PluginLibrary.h"
 #include "PluginText.h"
@@ -109,6 +110,7 @@ void Validator::run_once(PluginLibrary& library)
     check_parameters(plugin);
     AudioValidator audio(plugin, _options, _report, _rng);
     audio.check_rates_and_blocks();
+    MidiValidator(plugin, audio, _options, _report, _rng).check_all();
     if (_options.level < 2)
     {
         return;

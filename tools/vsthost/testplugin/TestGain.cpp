@@ -44,6 +44,23 @@ std::uint32_t get_u32(const std::uint8_t* p)
     return (std::uint32_t{p[0]} << 24) | (std::uint32_t{p[1]} << 16) | (std::uint32_t{p[2]} << 8) | p[3];
 }
 
+std::intptr_t answer_can_do(const char* text)
+{
+    if (text == nullptr)
+    {
+        return 0;
+    }
+    for (const char* yes : {"receiveVstTimeInfo", "receiveVstEvents", "receiveVstMidiEvent", "sendVstEvents",
+                            "sendVstMidiEvent"})
+    {
+        if (std::strcmp(text, yes) == 0)
+        {
+            return 1;
+        }
+    }
+    return 0;
+}
+
 float to_norm_db(double db)
 {
     return static_cast<float>((std::clamp(db, min_db, max_db) - min_db) / (max_db - min_db));
@@ -146,7 +163,20 @@ std::intptr_t TestGain::dispatch(PluginOp op, std::int32_t index, std::intptr_t 
     case PluginOp::get_vendor_version:
         return 100;
     case PluginOp::can_do:
-        return ptr != nullptr && std::strcmp(static_cast<const char*>(ptr), "receiveVstTimeInfo") == 0 ? 1 : 0;
+        return answer_can_do(static_cast<const char*>(ptr));
+    case PluginOp::process_events:
+        _midi.receive(static_cast<const lumo::vst2::Events*>(ptr));
+        return 1;
+    case PluginOp::mains_changed:
+        if (value != 0)
+        {
+            _midi.reset();
+            if (_host != nullptr)
+            {
+                _host(&_effect, static_cast<std::int32_t>(lumo::vst2::HostOp::want_midi), 0, 1, nullptr, 0.0f);
+            }
+        }
+        return 0;
     case PluginOp::get_parameter_properties:
         return get_properties(index, static_cast<lumo::vst2::ParameterProperties*>(ptr)) ? 1 : 0;
     case PluginOp::get_vst_version:
@@ -314,31 +344,49 @@ void TestGain::ask_host_time()
     }
 }
 
+void TestGain::render(float** inputs, float** outputs, std::int32_t from, std::int32_t to, bool replacing)
+{
+    const float g = get_gain_factor() * _midi.get_expression();
+    for (int c = 0; c < 2; ++c)
+    {
+        for (std::int32_t i = from; i < to; ++i)
+        {
+            outputs[c][i] = (replacing ? 0.0f : outputs[c][i]) + inputs[c][i] * g;
+        }
+    }
+}
+
+void TestGain::process_block(float** inputs, float** outputs, std::int32_t frames, bool replacing)
+{
+    // Each MIDI event takes effect at its own frame: the block is rendered
+    // in pieces between the events.
+    std::int32_t done = 0;
+    for (std::size_t i = 0; i < _midi.get_count(); ++i)
+    {
+        const std::int32_t at = std::clamp(_midi.get_offset(i), done, frames);
+        render(inputs, outputs, done, at, replacing);
+        done = at;
+        const float gain = _midi.apply(i);
+        if (gain >= 0.0f)
+        {
+            set_param(0, gain);
+        }
+    }
+    render(inputs, outputs, done, frames, replacing);
+    _midi.finish_block(&_effect, _host, frames);
+}
+
 void TestGain::process_replacing_proc(lumo::vst2::AEffect* effect, float** inputs, float** outputs,
                                       std::int32_t frames)
 {
     TestGain* self = use_self(effect);
     self->ask_host_time();
-    const float g = self->get_gain_factor();
-    for (int c = 0; c < 2; ++c)
-    {
-        for (std::int32_t i = 0; i < frames; ++i)
-        {
-            outputs[c][i] = inputs[c][i] * g;
-        }
-    }
+    self->process_block(inputs, outputs, frames, true);
 }
 
 void TestGain::process_proc(lumo::vst2::AEffect* effect, float** inputs, float** outputs, std::int32_t frames)
 {
-    const float g = use_self(effect)->get_gain_factor();
-    for (int c = 0; c < 2; ++c)
-    {
-        for (std::int32_t i = 0; i < frames; ++i)
-        {
-            outputs[c][i] += inputs[c][i] * g;
-        }
-    }
+    use_self(effect)->process_block(inputs, outputs, frames, false);
 }
 
 void TestGain::set_parameter_proc(lumo::vst2::AEffect* effect, std::int32_t index, float value)

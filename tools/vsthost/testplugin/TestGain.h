@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TestGainEditor.h"
+#include "TestGainMidi.h"
 #include "lumo/vst2/Vst2Abi.h"
 
 #include <array>
@@ -14,8 +15,8 @@ namespace testgain
 // A small stereo gain written against our own VST 2 header, for testing the
 // host tool without the product: two parameters ("Gain" in dB and a "Phase"
 // switch), three programs, program and bank chunks, and an editor on Windows.
-// Parameter values are atomics because hosts set them from any thread while
-// audio runs.
+// It also takes and sends MIDI (TestGainMidi). Parameter values are atomics
+// because hosts set them from any thread while audio runs.
 class TestGain
 {
 public:
@@ -59,6 +60,8 @@ private:
     bool get_pin(std::int32_t index, bool output, lumo::vst2::PinProperties* pin) const;
     bool get_properties(std::int32_t index, lumo::vst2::ParameterProperties* props) const;
     float get_gain_factor();
+    void render(float** inputs, float** outputs, std::int32_t from, std::int32_t to, bool replacing);
+    void process_block(float** inputs, float** outputs, std::int32_t frames, bool replacing);
     void ask_host_time();
 
     std::intptr_t get_chunk(bool preset, void** data);
@@ -72,6 +75,7 @@ private:
     std::atomic<int> _current{0};
     std::vector<std::uint8_t> _chunk;
     TestGainEditor _editor;
+    TestGainMidi _midi;
     lumo::vst2::ERect _rect{0, 0, static_cast<std::int16_t>(TestGainEditor::get_height()),
                             static_cast<std::int16_t>(TestGainEditor::get_width())};
     double _sample_rate = 44100.0;

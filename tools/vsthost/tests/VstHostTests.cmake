@@ -5,7 +5,7 @@
 file(GLOB vsthost_unit_tests CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/tests/*Test.cpp)
 set(ZQ_TEST_LINK zq_vsthost)
 zq_add_test_program(test_vsthost unit ${vsthost_unit_tests})
-add_dependencies(test_vsthost vsthost_testgain vsthost_testgain_params)
+add_dependencies(test_vsthost vsthost_testgain vsthost_testgain_params vsthost_testgain_broken)
 target_compile_definitions(test_vsthost PRIVATE
   VSTHOST_TESTGAIN="$<TARGET_FILE_NAME:vsthost_testgain>"
   VSTHOST_TESTGAIN_PARAMS="$<TARGET_FILE_NAME:vsthost_testgain_params>")
@@ -19,6 +19,8 @@ endif()
 
 set(gain $<TARGET_FILE_NAME:vsthost_testgain>)
 set(params $<TARGET_FILE_NAME:vsthost_testgain_params>)
+set(broken $<TARGET_FILE_NAME:vsthost_testgain_broken>)
+set(midi_corpus ${ZQ_ROOT}/tests/fuzz/corpus/MidiFile)
 
 # vsthost_e2e(NAME PASS_REGEX [FIXTURE_SETUP name] [FIXTURE_REQUIRED names] ARGS args...)
 function(vsthost_e2e name regex)
@@ -49,6 +51,11 @@ vsthost_e2e(preset_load_bank_params "loaded bank of parameter programs.*\"Gain\"
   ARGS preset load ${params} e2e-params.fxb)
 vsthost_e2e(preset_wrong_kind "stores a chunk but the plug-in uses parameters" FIXTURE_REQUIRED vsthost_fxp
   ARGS preset load ${params} e2e-inverted.fxp)
+vsthost_e2e(render_midi "played 64 MIDI events into the plug-in\nwrote 64 MIDI events from the plug-in to e2e-echo.mid"
+  ARGS render ${gain} -o e2e-midi.wav --length 2 --midi-in ${midi_corpus}/nrpn_sweep.mid --midi-out e2e-echo.mid
+  --automation-out e2e-midi.csv)
+vsthost_e2e(render_midi_malformed "vsthost: [^\n]*truncated.mid: the MIDI file ends before its contents do"
+  ARGS render ${gain} -o e2e-midi.wav --midi-in ${midi_corpus}/truncated.mid)
 
 # The validation suite on the test plug-in; the Windows build gets a real
 # parent window for the editor under a virtual X server when one is there.
@@ -62,5 +69,9 @@ if(CMAKE_CROSSCOMPILING AND vsthost_xvfb_run)
 else()
   vsthost_e2e(validate "\n[1-9][0-9]* passed, 0 failed" ARGS validate ${gain})
 endif()
+# The MIDI checks must catch a plug-in with faulty MIDI.
+vsthost_e2e(validate_broken_midi
+  "FAIL  MIDI junk: data bytes of 0x80 and above: NaN[^\n]*\n.*FAIL  MIDI sent to the host is well formed: [^\n]*deltaFrames 512 outside its block"
+  ARGS validate ${broken} --level 1)
 vsthost_e2e(validate_params_strict "\n[1-9][0-9]* passed, 0 failed" ARGS validate ${params} --level 3 --seed 7
   --rates 44100,96000 --blocks 16,512)

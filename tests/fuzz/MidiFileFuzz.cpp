@@ -1,0 +1,30 @@
+// MIDI files come from anywhere: the reader must refuse what does not fit
+// without reading past the input, and whatever it accepts must write back to
+// a file that reads as the same events at the same times.
+#include "tools/vsthost/MidiFile.h"
+
+#include <cstdlib>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    vsthost::MidiFile file;
+    if (vsthost::MidiFile::read(data, size, file) != 0)
+    {
+        return 0;
+    }
+    const std::vector<std::uint8_t> bytes = file.write();
+    vsthost::MidiFile again;
+    if (vsthost::MidiFile::read(bytes.data(), bytes.size(), again) != 0 || again.events.size() != file.events.size()
+        || again.tempo.get_division() != file.tempo.get_division())
+    {
+        std::abort();
+    }
+    for (std::size_t i = 0; i < file.events.size(); ++i)
+    {
+        if (again.events[i].tick != file.events[i].tick || again.events[i].bytes != file.events[i].bytes)
+        {
+            std::abort();
+        }
+    }
+    return again.write() == bytes ? 0 : (std::abort(), 0);
+}
