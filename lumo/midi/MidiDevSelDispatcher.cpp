@@ -44,70 +44,80 @@ int MidiDevSelDispatcher::deinitialise()
     return first_err;
 }
 
-int MidiDevSelDispatcher::list_inputs()
+template <class List>
+int MidiDevSelDispatcher::list_ports(std::vector<std::string>& names, List list)
 {
-    std::vector<std::string>& names = use_input_names();
     names.clear();
     int first_err = 0;
     for (MidiDevSelCompInterface* component : _components)
     {
         const int first = static_cast<int>(names.size());
-        const int err = component->list_inputs(names);
+        const int err = list(*component, first);
         first_err = first_err != 0 ? first_err : err;
-        component->set_input_range(first, static_cast<int>(names.size()) - first);
     }
     return first_err;
+}
+
+int MidiDevSelDispatcher::list_inputs()
+{
+    std::vector<std::string>& names = use_input_names();
+    return list_ports(names, [&names](MidiDevSelCompInterface& c, int first) {
+        const int err = c.list_inputs(names);
+        c.set_input_range(first, static_cast<int>(names.size()) - first);
+        return err;
+    });
 }
 
 int MidiDevSelDispatcher::list_outputs()
 {
     std::vector<std::string>& names = use_output_names();
-    names.clear();
-    int first_err = 0;
+    return list_ports(names, [&names](MidiDevSelCompInterface& c, int first) {
+        const int err = c.list_outputs(names);
+        c.set_output_range(first, static_cast<int>(names.size()) - first);
+        return err;
+    });
+}
+
+template <class Device, class Open>
+int MidiDevSelDispatcher::open_port(Device*& device, Open open)
+{
+    device = nullptr;
+    int err = 0;
     for (MidiDevSelCompInterface* component : _components)
     {
-        const int first = static_cast<int>(names.size());
-        const int err = component->list_outputs(names);
-        first_err = first_err != 0 ? first_err : err;
-        component->set_output_range(first, static_cast<int>(names.size()) - first);
+        open(*component, err);
     }
-    return first_err;
+    return err;
 }
 
 int MidiDevSelDispatcher::open_input(int index, MidiInInterface*& device)
 {
-    device = nullptr;
-    int err = 0;
-    for (MidiDevSelCompInterface* component : _components)
-    {
-        if (component->holds_input(index))
+    // The component that holds the port opens it; every other one lets its
+    // own input go, so that only one input is open.
+    return open_port(device, [index, &device](MidiDevSelCompInterface& c, int& err) {
+        if (c.holds_input(index))
         {
-            err = component->open_input(index, device);
+            err = c.open_input(index, device);
         }
         else
         {
-            component->release_input();
+            c.release_input();
         }
-    }
-    return err;
+    });
 }
 
 int MidiDevSelDispatcher::open_output(int index, MidiOutInterface*& device)
 {
-    device = nullptr;
-    int err = 0;
-    for (MidiDevSelCompInterface* component : _components)
-    {
-        if (component->holds_output(index))
+    return open_port(device, [index, &device](MidiDevSelCompInterface& c, int& err) {
+        if (c.holds_output(index))
         {
-            err = component->open_output(index, device);
+            err = c.open_output(index, device);
         }
         else
         {
-            component->release_output();
+            c.release_output();
         }
-    }
-    return err;
+    });
 }
 
 }  // namespace lumo

@@ -2,6 +2,7 @@
 
 #include "lumo/midi/MidiDevSelectorInterface.h"
 
+#include <string>
 #include <vector>
 
 namespace lumo
@@ -28,6 +29,11 @@ protected:
     int open_output(int index, MidiOutInterface*& device) override;
 
 private:
+    template <class List>
+    int list_ports(std::vector<std::string>& names, List list);
+    template <class Device, class Open>
+    int open_port(Device*& device, Open open);
+
     std::vector<MidiDevSelCompInterface*> _components;
     bool _initialised = false;
 };

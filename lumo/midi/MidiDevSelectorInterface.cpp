@@ -7,8 +7,6 @@
 #include "lumo/midi/MidiMgr.h"
 #include "lumo/midi/MidiOutInterface.h"
 
-#include <type_traits>
-
 namespace lumo
 {
 namespace
@@ -21,22 +19,13 @@ constexpr const char* name_none = "none";
 
 }  // namespace
 
-template <class Device>
-int MidiDevSelectorInterface::select(int index, bool input)
+template <class Device, class Open>
+int MidiDevSelectorInterface::select(int index, int& selected, void (MidiMgr::*set_device)(Device*), Device* current,
+                                     Open open)
 {
     if (_mgr == nullptr)
     {
         return -1;
-    }
-    int& selected = input ? _selected_input : _selected_output;
-    Device* current = nullptr;
-    if constexpr (std::is_same_v<Device, MidiInInterface>)
-    {
-        current = _mgr->use_input();
-    }
-    else
-    {
-        current = _mgr->use_output();
     }
     if (current != nullptr)
     {
@@ -49,24 +38,9 @@ int MidiDevSelectorInterface::select(int index, bool input)
     selected = none;
     // The learn manager lets go of the device (and waits for its users)
     // before the dispatcher may destroy it.
-    if constexpr (std::is_same_v<Device, MidiInInterface>)
-    {
-        _mgr->set_input(nullptr);
-    }
-    else
-    {
-        _mgr->set_output(nullptr);
-    }
+    (_mgr->*set_device)(nullptr);
     Device* device = nullptr;
-    int err = 0;
-    if constexpr (std::is_same_v<Device, MidiInInterface>)
-    {
-        err = open_input(index, device);
-    }
-    else
-    {
-        err = open_output(index, device);
-    }
+    int err = open(index, device);
     if (err != 0 || device == nullptr)
     {
         return err;
@@ -77,25 +51,20 @@ int MidiDevSelectorInterface::select(int index, bool input)
         return err;
     }
     selected = index;
-    if constexpr (std::is_same_v<Device, MidiInInterface>)
-    {
-        _mgr->set_input(device);
-    }
-    else
-    {
-        _mgr->set_output(device);
-    }
+    (_mgr->*set_device)(device);
     return 0;
 }
 
 int MidiDevSelectorInterface::select_input(int index)
 {
-    return select<MidiInInterface>(index, true);
+    return select(index, _selected_input, &MidiMgr::set_input, _mgr != nullptr ? _mgr->use_input() : nullptr,
+                  [this](int i, MidiInInterface*& device) { return open_input(i, device); });
 }
 
 int MidiDevSelectorInterface::select_output(int index)
 {
-    return select<MidiOutInterface>(index, false);
+    return select(index, _selected_output, &MidiMgr::set_output, _mgr != nullptr ? _mgr->use_output() : nullptr,
+                  [this](int i, MidiOutInterface*& device) { return open_output(i, device); });
 }
 
 int MidiDevSelectorInterface::select_defaults(bool input, bool output)

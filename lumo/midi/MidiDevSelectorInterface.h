@@ -56,8 +56,8 @@ protected:
     std::vector<std::string>& use_output_names() { return _output_names; }
 
 private:
-    template <class Device>
-    int select(int index, bool input);
+    template <class Device, class Open>
+    int select(int index, int& selected, void (MidiMgr::*set_device)(Device*), Device* current, Open open);
     int save_port(basic::ConfKeyMulti& midi, const char* section, int selected, const std::vector<std::string>& names,
                   basic::SettingClientInterface* device);
     static int find_name(const std::vector<std::string>& names, const std::string& name);
