@@ -311,6 +311,8 @@ bool MidiMgr::parse_entry(const std::string& name, const std::string& value, int
     }
     id = selector < 0 ? make_id(static_cast<int>(std::min(number, 0x8000L)), 0)
                       : make_id(selector, static_cast<int>(std::min(number, 0x8000L)));
+    // The map has room for every control an effect of this framework offers;
+    // an index beyond it names nothing that could be driven.
     index = static_cast<int>(std::min(n, static_cast<long>(MidiControlMap::capacity)));
     return id >= 0 && index < MidiControlMap::capacity;
 }
