@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # MIDI through the real plug-in, as a host plays it with the project's host tool.
 #
-#   midi-e2e.sh sweep|configured WORKDIR VSTHOST PLUGIN [EMULATOR...]
+#   midi-e2e.sh sweep|configured|validate WORKDIR VSTHOST PLUGIN [EMULATOR...]
 #
 # sweep:      a MIDI file sweeps NRPN 2 from 0 to 16383; "Gauloises" must go
 #             from 0 to 1 in the automation output, and nothing is sent back
@@ -11,6 +11,8 @@
 #             controller 74 sweep must drive "Oignons", and the program
 #             selection at start-up must come back as MIDI: NRPN for every
 #             parameter but "Oignons", controller 74 for it.
+# validate:   the same configuration; the host tool's validation passes and
+#             checks the MIDI the plug-in sends.
 #
 # With an emulator (wine), the registry is that of a wine prefix of its own;
 # natively it is a folder below XDG_CONFIG_HOME.
@@ -98,7 +100,7 @@ sweep)
   [[ $last == 1 ]] || fail "Gauloises ends at $last"
   [[ $(hex_of sent.mid) != *" b0 "* ]] || fail "MIDI was sent without an output port"
   ;;
-configured)
+configured | validate)
   cat >zq-midi.txt <<'EOF'
 Zarquette_config_section =
 {
@@ -116,6 +118,14 @@ Zarquette_config_section =
 }
 EOF
   set_autoload "$work/zq-midi.txt"
+  if [[ $mode == validate ]]; then
+    # With an output selected, what the plug-in sends is checked too.
+    "${emulator[@]}" "$host" validate "$plugin" --level 3 | tee validate.txt
+    grep -q "^PASS  MIDI sent to the host is well formed" validate.txt || fail "the plug-in's MIDI was not checked"
+    grep -q "^[1-9][0-9]* passed, 0 failed" validate.txt || fail "validation failed"
+    echo "MIDI end-to-end $mode passed"
+    exit 0
+  fi
   track=""
   for ((v = 0; v <= 127; ++v)); do
     track+=$(printf ' 02 b0 4a %02x' "$v")
