@@ -13,8 +13,8 @@
 #include "lumo/midi/MidiDevSelDispatcher.h"
 #include "lumo/midi/MidiMgr.h"
 #include "lumo/vst2/BkgInterface.h"
-#include "lumo/vst2/Vst2MidiDevSelComp.h"
 #include "lumo/vst2/StorePath.h"
+#include "lumo/vst2/Vst2MidiDevSelComp.h"
 #include "sys/ModulePath.h"
 #include "sys/Clock.h"
 
