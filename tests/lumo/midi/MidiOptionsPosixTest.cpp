@@ -29,6 +29,13 @@ TEST(MidiInOrderTest, SwappedOrderSelectsRpnOneNotRpn128)
     in.dispatch(0xB0, 98, 1, 0.0);
     in.dispatch(0xB0, 99, 2, 0.0);
     EXPECT_EQ(in.channel_state(0).get_nrpn_number(), 1 * 128 + 2);
+
+    // The echo uses the same order.
+    zq_test::TestMidiOut out;
+    out.connect(nullptr, &mgr, nullptr);
+    mgr.set_output(&out);
+    mgr.rpn_change(0, 300, 5);
+    EXPECT_EQ(out.packets, (std::vector<std::string>{"B0 64 02 00", "B0 65 2C 00", "B0 06 00 00", "B0 26 05 00"}));
     ::unsetenv("XDG_CONFIG_HOME");
 }
 
