@@ -19,10 +19,12 @@ int MidiOut4BPacketMixin::send_controller(int channel, int controller, int value
 
 int MidiOut4BPacketMixin::program_change(int channel, int p)
 {
-    // Bank select high and low, then the program within the bank.
-    return (send_controller(channel, 0, (p / 128) % 128) != 0)
-         & (send_controller(channel, 32, (p / 16384) % 128) != 0)
-         & (send_packet(status_program + channel, p % 128, 0, 0) != 0);
+    // Bank select high and low, then the program within the bank. Every
+    // packet is offered even when one before it was refused.
+    int taken = send_controller(channel, 0, (p / 128) % 128) != 0 ? 1 : 0;
+    taken += send_controller(channel, 32, (p / 16384) % 128) != 0 ? 1 : 0;
+    taken += send_packet(status_program + channel, p % 128, 0, 0) != 0 ? 1 : 0;
+    return taken == 3 ? 1 : 0;
 }
 
 int MidiOut4BPacketMixin::send_parameter(int channel, int msb_controller, int lsb_controller, int number, int value)
@@ -31,8 +33,11 @@ int MidiOut4BPacketMixin::send_parameter(int channel, int msb_controller, int ls
     const bool standard = mgr == nullptr || mgr->get_nrpn_compatibility() != 0;
     const int first = standard ? msb_controller : lsb_controller;
     const int second = standard ? lsb_controller : msb_controller;
-    return (send_controller(channel, first, number / 128) != 0) & (send_controller(channel, second, number % 128) != 0)
-         & (send_controller(channel, 6, value / 128) != 0) & (send_controller(channel, 38, value % 128) != 0);
+    int taken = send_controller(channel, first, number / 128) != 0 ? 1 : 0;
+    taken += send_controller(channel, second, number % 128) != 0 ? 1 : 0;
+    taken += send_controller(channel, 6, value / 128) != 0 ? 1 : 0;
+    taken += send_controller(channel, 38, value % 128) != 0 ? 1 : 0;
+    return taken == 4 ? 1 : 0;
 }
 
 int MidiOut4BPacketMixin::rpn_change(int channel, int number, int value)
