@@ -1,7 +1,9 @@
 // MIDI files come from anywhere: the reader must refuse what does not fit
-// without reading past the input, and whatever it accepts must write back to
-// a file that reads as the same events at the same times.
+// without reading past the input, whatever it accepts must write back to a
+// file that reads as the same events at the same times, and its times must
+// turn into frames at the highest render rate without overflow.
 #include "tools/vsthost/MidiFile.h"
+#include "tools/vsthost/MidiSchedule.h"
 
 #include <cstdlib>
 
@@ -12,6 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     {
         return 0;
     }
+    vsthost::MidiSchedule(file, 768000.0).get_max_per_block(64);
     const std::vector<std::uint8_t> bytes = file.write();
     vsthost::MidiFile again;
     if (vsthost::MidiFile::read(bytes.data(), bytes.size(), again) != 0 || again.events.size() != file.events.size()

@@ -61,35 +61,17 @@ bool ByteReader::get_u32_le(std::uint32_t& out)
 
 bool ByteReader::get_u16_le(std::uint16_t& out)
 {
-    std::uint32_t v = 0;
-    if (!get_number(2, false, v))
-    {
-        return false;
-    }
-    out = static_cast<std::uint16_t>(v);
-    return true;
+    return get_narrow(false, out);
 }
 
 bool ByteReader::get_u16_be(std::uint16_t& out)
 {
-    std::uint32_t v = 0;
-    if (!get_number(2, true, v))
-    {
-        return false;
-    }
-    out = static_cast<std::uint16_t>(v);
-    return true;
+    return get_narrow(true, out);
 }
 
 bool ByteReader::get_u8(std::uint8_t& out)
 {
-    std::uint32_t v = 0;
-    if (!get_number(1, true, v))
-    {
-        return false;
-    }
-    out = static_cast<std::uint8_t>(v);
-    return true;
+    return get_narrow(true, out);
 }
 
 bool ByteReader::get_bytes(std::size_t n, const std::uint8_t*& out)

@@ -30,6 +30,18 @@ public:
 private:
     std::uint32_t take(std::size_t n, bool big_endian);
     bool get_number(std::size_t n, bool big_endian, std::uint32_t& out);
+    // A number of fewer than four bytes, as wide as out.
+    template <typename T>
+    bool get_narrow(bool big_endian, T& out)
+    {
+        std::uint32_t v = 0;
+        if (!get_number(sizeof out, big_endian, v))
+        {
+            return false;
+        }
+        out = static_cast<T>(v);
+        return true;
+    }
 
     const std::uint8_t* _data;
     std::size_t _size;

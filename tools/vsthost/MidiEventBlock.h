@@ -20,7 +20,8 @@ class MidiEventBlock
 {
 public:
     explicit MidiEventBlock(std::size_t capacity)
-        : _events(capacity), _memory(offsetof(lumo::vst2::Events, events) + std::max<std::size_t>(capacity, 2) * sizeof(void*))
+        : _events(capacity),
+          _memory(offsetof(lumo::vst2::Events, events) + std::max<std::size_t>(capacity, 2) * sizeof(void*))
     {
         _block = new (_memory.data()) lumo::vst2::Events{};
     }

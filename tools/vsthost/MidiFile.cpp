@@ -117,7 +117,8 @@ private:
         }
         else if (type == meta_tempo)
         {
-            const std::uint32_t usec = length == 3 ? (std::uint32_t{body[0]} << 16) | (std::uint32_t{body[1]} << 8) | body[2] : 0;
+            const std::uint32_t usec =
+                length == 3 ? (std::uint32_t{body[0]} << 16) | (std::uint32_t{body[1]} << 8) | body[2] : 0;
             // A tempo of zero would put every later event at the same instant.
             if (usec == 0)
             {

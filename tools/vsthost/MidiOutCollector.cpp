@@ -78,7 +78,8 @@ void MidiOutCollector::take_event(const lumo::vst2::Event* event)
     const Problem problem = check_midi(midi);
     if (problem != Problem::none)
     {
-        note(problem, problem == Problem::bad_byte_size ? midi.byte_size : static_cast<unsigned char>(midi.midi_data[0]));
+        note(problem,
+             problem == Problem::bad_byte_size ? midi.byte_size : static_cast<unsigned char>(midi.midi_data[0]));
         return;
     }
     if (MidiFile::get_message_size(static_cast<std::uint8_t>(midi.midi_data[0])) == 0)

@@ -11,10 +11,14 @@ namespace vsthost
 
 MidiSchedule::MidiSchedule(const MidiFile& file, double sample_rate)
 {
+    // A file may put events millions of years away (long deltas at the
+    // slowest tempo); they keep their order but stop at a frame that still
+    // converts exactly and that no render reaches.
+    constexpr double last_frame = 4503599627370496.0;  // 2^52
     _events.reserve(file.events.size());
     for (const MidiFileEvent& e : file.events)
     {
-        const double frame = std::floor(file.tempo.get_seconds(e.tick) * sample_rate + 0.5);
+        const double frame = std::min(std::floor(file.tempo.get_seconds(e.tick) * sample_rate + 0.5), last_frame);
         _events.push_back(Scheduled{static_cast<std::uint64_t>(frame), e.bytes});
     }
 }

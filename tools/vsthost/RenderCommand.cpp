@@ -29,6 +29,8 @@ const char* const usage =
     "       [--tempo BPM] [--rate HZ] [--block FRAMES] [--length SECONDS] [--pcm16]\n"
     "       [--midi-in FILE.mid] [--midi-out FILE.mid] [--automation-out FILE.csv]";
 
+constexpr double max_length = 3600.0;  // seconds
+
 // Where the dry signal comes from: a WAV file or the demo song.
 class Source
 {
@@ -152,10 +154,12 @@ int RenderCommand::run(const std::vector<std::string>& words, std::ostream& out)
     plugin.use_transport().set_tempo(tempo);
     apply_settings(args, plugin);
     RenderMidi midi(args, plugin, rate, static_cast<std::int32_t>(block), tempo);
-    // Without a length the render also plays the whole MIDI file.
+    // Without a length the render also plays the whole MIDI file, up to the
+    // longest length the option takes.
+    const auto longest = static_cast<std::uint64_t>(max_length * rate);
     const std::uint64_t total =
-        args.has("--length") ? static_cast<std::uint64_t>(args.get_number("--length", 0, 0, 3600) * rate)
-                             : std::max(source.get_frame_count(), midi.get_end_frame());
+        args.has("--length") ? static_cast<std::uint64_t>(args.get_number("--length", 0, 0, max_length) * rate)
+                             : std::max(source.get_frame_count(), std::min(midi.get_end_frame(), longest));
 
     const std::string out_path = args.get_value("-o", "");
     std::ofstream file(out_path, std::ios::binary | std::ios::trunc);

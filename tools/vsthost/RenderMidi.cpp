@@ -103,6 +103,10 @@ void RenderMidi::finish(std::ostream& out)
     if (_schedule)
     {
         out << "played " << _sent_in << " MIDI events into the plug-in\n";
+        if (!_plugin.receives_midi())
+        {
+            out << "note: the plug-in does not say that it takes VST MIDI events\n";
+        }
     }
     if (_lost_in > 0)
     {

@@ -110,16 +110,22 @@ void Validator::run_once(PluginLibrary& library)
     check_parameters(plugin);
     AudioValidator audio(plugin, _options, _report, _rng);
     audio.check_rates_and_blocks();
-    MidiValidator(plugin, audio, _options, _report, _rng).check_all();
+    MidiValidator midi(plugin, audio, _options, _report, _rng);
+    midi.check_input();
+    if (_options.level >= 2)
+    {
+        audio.check_changes_while_resumed();
+        audio.check_automation();
+        audio.check_threads();
+        audio.check_allocations();
+        EditorValidator(plugin, audio, _report).check_editor();
+    }
+    // Whatever the plug-in sent during all of the above.
+    midi.check_output();
     if (_options.level < 2)
     {
         return;
     }
-    audio.check_changes_while_resumed();
-    audio.check_automation();
-    audio.check_threads();
-    audio.check_allocations();
-    EditorValidator(plugin, audio, _report).check_editor();
     // Last: blocks beyond the announced size break the interface's contract,
     // and a plug-in that trusts it may corrupt its memory here.
     audio.check_oversized_blocks();

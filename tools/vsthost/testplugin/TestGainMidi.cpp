@@ -104,7 +104,10 @@ void TestGainMidi::finish_block(lumo::vst2::AEffect* effect, lumo::vst2::HostCal
         const lumo::vst2::MidiEvent& e = _pending[i];
         // An event the host placed beyond the block was applied at its end,
         // and is echoed there.
-        const std::int32_t offset = broken ? e.delta_frames + frames : std::min(e.delta_frames, frames - 1);
+        // (The broken build's sum wraps rather than overflows: its fault is
+        // the offset, not undefined behaviour.)
+        const auto late = static_cast<std::uint32_t>(e.delta_frames) + static_cast<std::uint32_t>(frames);
+        const std::int32_t offset = broken ? static_cast<std::int32_t>(late) : std::min(e.delta_frames, frames - 1);
         _echo.add(offset, static_cast<std::uint8_t>(e.midi_data[0]), static_cast<std::uint8_t>(e.midi_data[1]),
                   static_cast<std::uint8_t>(e.midi_data[2]));
     }

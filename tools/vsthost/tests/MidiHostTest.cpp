@@ -93,6 +93,20 @@ TEST(MidiSchedule, FollowsTheTempoMapAndCountsWhatDoesNotFit)
     EXPECT_EQ(midi_at(block, 0).delta_frames, 100);
 }
 
+TEST(MidiSchedule, EventsBeyondAnyRenderKeepTheirOrderWithoutOverflow)
+{
+    MidiFile file;
+    file.tempo = TempoMap(1);
+    file.tempo.add_change(0, 0xFFFFFF);  // 16.8 s per tick
+    file.events = {cc(1, 7, 1), cc(std::uint64_t{1} << 40, 7, 2), cc(std::uint64_t{1} << 50, 7, 3)};
+    MidiSchedule schedule(file, 768000.0);
+    EXPECT_EQ(schedule.get_end_frame(), (std::uint64_t{1} << 52) + 1);
+    EXPECT_EQ(schedule.get_max_per_block(64), 2u);
+    MidiEventBlock block(4);
+    EXPECT_EQ(schedule.fill_block(0, 1 << 30, block), 0u);
+    EXPECT_EQ(block.get_count(), 1u);
+}
+
 lumo::vst2::MidiEvent make_event(std::int32_t delta, int status, int d1, int d2)
 {
     lumo::vst2::MidiEvent e{};
@@ -281,7 +295,8 @@ TEST(RenderMidi, AMalformedMidiFileStopsTheRenderWithItsError)
     std::ostringstream log;
     try
     {
-        vsthost::RenderCommand::run({VSTHOST_TESTGAIN, "-o", "midi-test.wav", "--midi-in", "midi-test-bad.mid"}, log);
+        vsthost::RenderCommand::run({VSTHOST_TESTGAIN, "-o", "midi-test.wav", "--midi-in", "midi-test-bad.mid"},
+                                    log);
         FAIL() << "rendered with a broken MIDI file";
     }
     catch (const std::runtime_error& e)
