@@ -10,6 +10,8 @@
 #include "sys/ClockPin.h"
 #include "zarquette/ZarquetteDsp.h"
 
+#include "StereoNoise.h"
+
 #include <benchmark/benchmark.h>
 
 #include <array>
@@ -148,13 +150,7 @@ void BM_EffectWithMidi(benchmark::State& state)
     const int every = static_cast<int>(state.range(0));
     const std::vector<Message> stream = make_stream(every > 0 ? block / every : 0);
     std::vector<float> l(block), r(block), ol(block), orr(block);
-    std::uint32_t noise = 1u;
-    for (std::size_t i = 0; i < l.size(); ++i)
-    {
-        noise = noise * 1664525u + 1013904223u;
-        l[i] = static_cast<float>(noise >> 8) * (1.0f / 16777216.0f) - 0.5f;
-        r[i] = -l[i];
-    }
+    fill_stereo_noise(l, r);
     const float* in[2] = {l.data(), r.data()};
     float* out[2] = {ol.data(), orr.data()};
     for (int b = 0; b < 400; ++b)
