@@ -6,6 +6,8 @@
 #include "sys/ClockPin.h"
 #include "zarquette/ZarquetteDsp.h"
 
+#include "StereoNoise.h"
+
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
@@ -34,13 +36,7 @@ void BM_ZarquetteDspBusy(benchmark::State& state)
     }
     const auto size = static_cast<std::size_t>(block);
     std::vector<float> l(size), r(size), ol(size), orr(size);
-    std::uint32_t noise = 1u;
-    for (std::size_t i = 0; i < l.size(); ++i)
-    {
-        noise = noise * 1664525u + 1013904223u;
-        l[i] = static_cast<float>(noise >> 8) * (1.0f / 16777216.0f) - 0.5f;
-        r[i] = -l[i];
-    }
+    fill_stereo_noise(l, r);
     const float* in[2] = {l.data(), r.data()};
     float* out[2] = {ol.data(), orr.data()};
     for (int f = 0; f < warm_up_frames; f += block)

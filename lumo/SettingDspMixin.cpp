@@ -2,6 +2,7 @@
 
 #include "lumo/HostDspInterface.h"
 #include "lumo/ParamReorder.h"
+#include "lumo/midi/MidiMgr.h"
 
 namespace lumo
 {
@@ -13,6 +14,14 @@ int SettingDspMixin::setup_setting_mgr()
     if (err != 0 || host == nullptr)
     {
         return err;
+    }
+    if (MidiMgr* midi = host->use_midi_mgr())
+    {
+        const int midi_err = _setting_mgr.add_client(*midi);
+        if (midi_err != 0)
+        {
+            return midi_err;
+        }
     }
     return _setting_mgr.add_client(host->use_param_reorder());
 }

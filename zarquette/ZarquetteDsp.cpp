@@ -3,6 +3,7 @@
 #include "lumo/HostDspInterface.h"
 #include "lumo/ProgramSlot.h"
 #include "lumo/SettingKeys.h"
+#include "lumo/midi/MidiMgr.h"
 #include "sys/Clock.h"
 #include "zarquette/ParamBof.h"
 #include "zarquette/ParamGauloises.h"
@@ -71,6 +72,23 @@ void ZarquetteDsp::set_host(lumo::HostDspInterface* host)
     _host = host;
 }
 
+void ZarquetteDsp::setup_midi()
+{
+    lumo::MidiMgr* midi = _host != nullptr ? _host->use_midi_mgr() : nullptr;
+    if (midi == nullptr)
+    {
+        return;
+    }
+    midi->load_options(get_setting_str(lumo::setting_key::plugin_name));
+    // Every parameter answers the NRPN of its own index, and so does every
+    // extra control beyond them.
+    midi->bind_all_to_nrpn();
+    for (int k = 0; k < get_nbr_components_a(); ++k)
+    {
+        midi->bind(nbr_params + k, lumo::MidiMgr::nrpn_selector, nbr_params + k);
+    }
+}
+
 bool ZarquetteDsp::host_can_tempo() const
 {
     return _host != nullptr && _host->get_setting_num(lumo::setting_key::can_tempo) != 0.0;
@@ -104,6 +122,7 @@ void ZarquetteDsp::init()
         slot.param->set_listener(&slot.flag);
     }
     tempo->set_use_host_tempo(host_can_tempo());
+    setup_midi();
     setup_setting_mgr();
 }
 

@@ -95,6 +95,8 @@ private:
     void render_sub_block(int n);
     void write_output(float* const* outputs, int offset, int n) const;
     bool is_lunch_break() const;
+    // Options, and the default controller of every parameter.
+    void setup_midi();
     bool host_can_tempo() const;
     ParamTempo& use_tempo_param() const;
 

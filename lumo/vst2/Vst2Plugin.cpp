@@ -10,8 +10,11 @@
 #include "lumo/TextCompare.h"
 #include "lumo/TextCopy.h"
 #include "lumo/TimeInfoRequest.h"
+#include "lumo/midi/MidiDevSelDispatcher.h"
+#include "lumo/midi/MidiMgr.h"
 #include "lumo/vst2/BkgInterface.h"
 #include "lumo/vst2/StorePath.h"
+#include "lumo/vst2/Vst2MidiDevSelComp.h"
 #include "sys/ModulePath.h"
 #include "sys/Clock.h"
 
@@ -66,15 +69,55 @@ Vst2Plugin::Vst2Plugin(vst2::HostCallback host, DspInterface* dsp, GuiInterface*
     set_flag(vst2::effect_flags::is_synth,
              equals_ignoring_case(dsp->get_setting_str(setting_key::plugin_category).c_str(), "instrument"));
     set_unique_id(unique_id);
+    if (midi_receiver != nullptr)
+    {
+        create_midi();
+    }
 }
 
 Vst2Plugin::~Vst2Plugin()
 {
+    // The ports first: they point into the manager, which points to the audio side.
+    _midi_dispatcher.reset();
+    _vst2_midi_ports.reset();
+    _midi_mgr.reset();
     if (_owns_sides)
     {
         delete _dsp;
         delete _gui;
     }
+}
+
+void Vst2Plugin::create_midi()
+{
+    _midi_mgr = std::make_unique<MidiMgr>();
+    _vst2_midi_ports = std::make_unique<Vst2MidiDevSelComp>();
+    _midi_dispatcher = std::make_unique<MidiDevSelDispatcher>();
+    _midi_mgr->set_dsp(_dsp);
+    _midi_mgr->set_receiver(_midi_receiver);
+    _midi_mgr->set_cmd(this);
+    _midi_mgr->set_port_selector(_midi_dispatcher.get());
+    _midi_dispatcher->set_midi_mgr(_midi_mgr.get());
+    _midi_dispatcher->add_component(_vst2_midi_ports.get());
+    _vst2_midi_ports->connect_adapter(this, _midi_mgr.get());
+}
+
+void Vst2Plugin::init_midi()
+{
+    // The host's event input is always there and listens from the start;
+    // nothing is sent until a configuration selects an output.
+    _midi_dispatcher->initialise();
+    _midi_dispatcher->list_inputs();
+    _midi_dispatcher->list_outputs();
+    _midi_dispatcher->select_defaults(true, false);
+}
+
+void Vst2Plugin::close_midi()
+{
+    _midi_dispatcher->select_input(MidiDevSelectorInterface::none);
+    _midi_dispatcher->select_output(MidiDevSelectorInterface::none);
+    _midi_dispatcher->deinitialise();
+    _midi_mgr->reset();
 }
 
 Vst2Plugin::PinMap Vst2Plugin::assign_pins(const DspInterface& dsp, bool inputs, int& next_pin)
@@ -100,6 +143,10 @@ void Vst2Plugin::init_step()
     const bool chunks = _dsp->get_setting_num(setting_key::force_chunk_storage) != 0.0
                      || !_bank.use_program(0).use_extra_data().empty();
     set_flag(vst2::effect_flags::program_chunks, chunks);
+    if (_midi_mgr)
+    {
+        init_midi();
+    }
     if (_gui != nullptr)
     {
         _gui->init();
@@ -124,6 +171,10 @@ void Vst2Plugin::default_step()
 void Vst2Plugin::close_step()
 {
     _dsp->restore();
+    if (_midi_mgr)
+    {
+        close_midi();
+    }
     if (_gui != nullptr)
     {
         _gui->restore();
@@ -170,6 +221,10 @@ void Vst2Plugin::report_param(int index, float value)
     {
         return;
     }
+    if (_midi_mgr)
+    {
+        _midi_mgr->send_param(0, index, value);
+    }
     const int host_index = _reorder.get_host_index(index);
     if (_gestures.try_open(index))
     {
@@ -212,6 +267,10 @@ void Vst2Plugin::set_program(const ProgramSlot& program, int level, bool release
         if (_gui != nullptr)
         {
             _gui->param_changed(i, v, level);
+        }
+        if (_midi_mgr)
+        {
+            _midi_mgr->send_param(0, i, v);
         }
         if (report_to_host)
         {
@@ -621,6 +680,10 @@ void Vst2Plugin::render(float** inputs, float** outputs, int frames, bool adding
         return;
     }
     begin_block();
+    if (_midi_mgr)
+    {
+        _midi_mgr->block_start();
+    }
     if (adding)
     {
         _dsp->process_adding(outputs, inputs, frames, 0);
@@ -628,6 +691,10 @@ void Vst2Plugin::render(float** inputs, float** outputs, int frames, bool adding
     else
     {
         _dsp->process_replacing(outputs, inputs, frames, 0);
+    }
+    if (_midi_mgr)
+    {
+        _midi_mgr->block_end();
     }
 }
 
@@ -652,11 +719,39 @@ void Vst2Plugin::process_replacing(float** inputs, float** outputs, int frames)
     render(inputs, outputs, frames, false);
 }
 
-int Vst2Plugin::process_events(vst2::Events* /*events*/)
+int Vst2Plugin::process_events(vst2::Events* events)
 {
     // Without a MIDI manager the events have nowhere to go; they are accepted
     // all the same, as hosts expect.
+    Vst2MidiIn* in = _vst2_midi_ports ? &_vst2_midi_ports->use_input() : nullptr;
+    // No host sends that many MIDI events for one block (the wire carries about
+    // a thousand a second); a larger count is garbage and its array cannot be trusted.
+    constexpr int max_events = 10000;
+    if (!_midi_mgr || in == nullptr || !in->is_active() || events == nullptr || events->num_events <= 0
+        || events->num_events > max_events)
+    {
+        return 1;
+    }
+    // Events are due within the coming block; a host that says otherwise gets
+    // them at the nearest frame of it.
+    const int last_frame = std::max(get_block_size() - 1, 0);
+    // The host's array is longer than the record declares.
+    vst2::Event* const* list = events->events;
+    for (int i = 0; i < events->num_events; ++i)
+    {
+        const vst2::Event* event = list[i];
+        if (event != nullptr && event->type == vst2::event_types::midi)
+        {
+            const auto& midi = *reinterpret_cast<const vst2::MidiEvent*>(event);
+            in->process_event(midi, std::clamp(midi.delta_frames, 0, last_frame));
+        }
+    }
     return 1;
+}
+
+void Vst2Plugin::send_vst_events_to_host(vst2::Events* events)
+{
+    call_host(vst2::HostOp::process_events, 0, 0, events);
 }
 
 // ---- Identity ----------------------------------------------------------------------

@@ -22,8 +22,10 @@ namespace lumo
 class BkgInterface;
 class DspInterface;
 class GuiInterface;
+class MidiDevSelDispatcher;
 class MidiMgr;
 class MidiReceiverInterface;
+class Vst2MidiDevSelComp;
 class NormalizedParamInterface;
 
 // The VST 2 host adapter: translates the host's requests into calls on the
@@ -74,7 +76,11 @@ public:
     // Services for the host service objects.
     DspInterface* use_dsp() const { return _dsp; }
     GuiInterface* use_gui() const { return _gui; }
-    MidiMgr* use_midi_mgr() const { return nullptr; }
+    MidiMgr* use_midi_mgr() const { return _midi_mgr.get(); }
+    MidiDevSelDispatcher* use_midi_dispatcher() const { return _midi_dispatcher.get(); }
+    Vst2MidiDevSelComp* use_vst2_midi_ports() const { return _vst2_midi_ports.get(); }
+    // Hands a list of MIDI events to the host (audio thread).
+    void send_vst_events_to_host(vst2::Events* events);
     ParamReorder& use_param_reorder() { return _reorder; }
     BkgInterface* use_bkg_task() const { return _bkg_task.get(); }
     void publish_bank(const BankManager& bank);
@@ -146,6 +152,9 @@ private:
     void render(float** inputs, float** outputs, int frames, bool adding);
     void write_silence(float** outputs, int frames) const;
     std::vector<int> get_automation_priorities();
+    void create_midi();
+    void init_midi();
+    void close_midi();
 
     BankManager _bank;
     basic::LockFreeBuffer<BankManager> _bank_buffer;
@@ -154,6 +163,9 @@ private:
     GuiInterface* _gui;
     MidiReceiverInterface* _midi_receiver;
     std::unique_ptr<BkgInterface> _bkg_task;
+    std::unique_ptr<MidiMgr> _midi_mgr;
+    std::unique_ptr<Vst2MidiDevSelComp> _vst2_midi_ports;
+    std::unique_ptr<MidiDevSelDispatcher> _midi_dispatcher;
     PinMap _input_pins;
     PinMap _output_pins;
     AutomationLimit _automation_limit;

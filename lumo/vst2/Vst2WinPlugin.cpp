@@ -1,6 +1,8 @@
 #include "lumo/vst2/Vst2WinPlugin.h"
 
 #include "lumo/TextCompare.h"
+#include "lumo/midi/MciMidiApi.h"
+#include "lumo/midi/MidiDevSelDispatcher.h"
 
 namespace lumo
 {
@@ -10,6 +12,11 @@ Vst2WinPlugin::Vst2WinPlugin(vst2::HostCallback host, DspInterface* dsp, GuiInte
                              std::int32_t unique_id)
     : Vst2Plugin(host, dsp, gui, midi_receiver, bank, unique_id), _gesture(*this), _thread(create_bkg_thread())
 {
+    if (MidiDevSelDispatcher* dispatcher = use_midi_dispatcher())
+    {
+        _system_midi_ports = std::make_unique<MciMidiDevSelComp>(get_system_midi_api());
+        dispatcher->add_component(_system_midi_ports.get());
+    }
     // Live calls its plug-ins' idle often and dislikes edits closed from other
     // threads: there the idle call closes gestures.
     _use_bkg_thread = !is_ableton_live();

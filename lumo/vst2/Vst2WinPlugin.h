@@ -3,6 +3,7 @@
 #include "lumo/vst2/BkgContainer.h"
 #include "lumo/vst2/BkgInterface.h"
 #include "lumo/vst2/BkgThreadHandlerInterface.h"
+#include "lumo/midi/MciMidiDevSelComp.h"
 #include "lumo/vst2/Vst2Plugin.h"
 
 #include <atomic>
@@ -48,6 +49,8 @@ private:
     BkgContainer _container;
     BkgGesture _gesture;
     std::unique_ptr<BkgThreadHandlerInterface> _thread;
+    // The operating system's MIDI ports, after the host's in the port list.
+    std::unique_ptr<MciMidiDevSelComp> _system_midi_ports;
     std::atomic<bool> _bkg_task_running{false};
     bool _use_bkg_thread = true;
 };

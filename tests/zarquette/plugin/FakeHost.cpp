@@ -3,6 +3,7 @@
 #include "lumo/vst2/Vst2Entry.h"
 #include "zarquette/plugin/ZarquetteRecipe.h"
 
+#include <cstdio>
 #include <cstring>
 #include <stdexcept>
 
@@ -60,6 +61,25 @@ void FakeHost::close_plugin(lumo::vst2::AEffect* e)
     dispatch(e, lumo::vst2::PluginOp::close);
 }
 
+void FakeHost::keep_events(const lumo::vst2::Events* events)
+{
+    ++sent_lists;
+    sent_events += events->num_events;
+    if (!keep_midi)
+    {
+        return;
+    }
+    lumo::vst2::Event* const* list = events->events;
+    for (int i = 0; i < events->num_events; ++i)
+    {
+        const auto* e = reinterpret_cast<const lumo::vst2::MidiEvent*>(list[i]);
+        char text[16];
+        std::snprintf(text, sizeof(text), "%02X %02X %02X", e->midi_data[0] & 0xFF, e->midi_data[1] & 0xFF,
+                      e->midi_data[2] & 0xFF);
+        sent_midi.push_back(e->type == lumo::vst2::event_types::midi && e->byte_size == 32 ? text : "bad event");
+    }
+}
+
 std::intptr_t FakeHost::answer(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr,
                                float opt)
 {
@@ -107,6 +127,9 @@ std::intptr_t FakeHost::answer(std::int32_t opcode, std::int32_t index, std::int
         return 1;
     case HostOp::end_edit:
         last_end_edit.store(index);
+        return 1;
+    case HostOp::process_events:
+        keep_events(static_cast<const lumo::vst2::Events*>(ptr));
         return 1;
     default:
         return 0;

@@ -6,6 +6,7 @@
 #include <array>
 #include <atomic>
 #include <string>
+#include <vector>
 
 // A scriptable VST 2 host for the plug-in's tests: answers the plug-in's
 // requests from its fields and counts them. One host is current at a time.
@@ -50,8 +51,16 @@ public:
     std::atomic<int> last_begin_edit{-1};
     std::atomic<int> last_end_edit{-1};
     std::atomic<std::int32_t> last_time_mask{-1};
+    // Every MIDI event handed to the host, as hexadecimal text ("B0 63 00"),
+    // and the number of lists it came in. Only the processing thread writes them.
+    std::vector<std::string> sent_midi;
+    int sent_lists = 0;
+    int sent_events = 0;
+    // Off: only count, so that a test can check that processing allocates nothing.
+    bool keep_midi = true;
 
 private:
+    void keep_events(const lumo::vst2::Events* events);
     std::intptr_t answer(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr, float opt);
 
     std::array<std::atomic<int>, 64> _counts{};

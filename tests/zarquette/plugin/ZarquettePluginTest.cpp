@@ -97,8 +97,8 @@ TEST_F(ZarquettePlugin, CanDoAnswers)
         return dispatch(PluginOp::can_do, 0, 0, t.data());
     };
     EXPECT_EQ(can_do("receiveVstTimeInfo"), 1);
-    EXPECT_EQ(can_do("sendVstEvents"), -1);
-    EXPECT_EQ(can_do("receiveVstMidiEvent"), -1);
+    EXPECT_EQ(can_do("sendVstEvents"), 1);
+    EXPECT_EQ(can_do("receiveVstMidiEvent"), 1);
     EXPECT_EQ(can_do("offline"), 0);
     EXPECT_EQ(can_do("ReceiveVstTimeInfo"), 0);
 }

@@ -1,0 +1,102 @@
+#include "PluginFixture.h"
+
+#include "basic/ConfKeyData.h"
+#include "basic/ConfKeyMulti.h"
+#include "lumo/midi/MidiDevSelDispatcher.h"
+#include "lumo/midi/MidiMgr.h"
+#include "lumo/vst2/AudioEffect.h"
+
+#include <atomic>
+#include <cmath>
+#include <thread>
+#include <vector>
+
+namespace
+{
+
+using lumo::vst2::PluginOp;
+
+// A settings section that binds "Oignons" to controller 74 and selects the
+// host's output, or none.
+basic::ConfKeyMulti make_settings(bool with_output)
+{
+    basic::ConfKeyMulti root("Zarquette_config_section");
+    basic::ConfKeyMulti midi("midi");
+    basic::ConfKeyMulti map("control_map");
+    map.add_key(basic::ConfKeyData("id_4", "cc_74"));
+    midi.add_key(map);
+    basic::ConfKeyMulti out("port_out");
+    out.add_key(basic::ConfKeyData("name", with_output ? "VST MIDI Out interface" : "none"));
+    midi.add_key(out);
+    root.add_key(midi);
+    return root;
+}
+
+// The host's audio thread floods the plug-in with mapped controllers while a
+// learn comes and goes, the main thread reloads the settings (map and output
+// port) and saves them, and the editor's thread changes parameters, each
+// change echoed to whichever output is selected at that moment.
+TEST_F(PluginFixture, MidiFloodWhileSettingsReloadAndEchoesGoOut)
+{
+    resume(44100.0f, 32);
+    auto* adapter = static_cast<lumo::Vst2Plugin*>(lumo::AudioEffect::from_aeffect(effect));
+    lumo::MidiMgr& mgr = *adapter->use_midi_mgr();
+    std::atomic<bool> done{false};
+
+    std::thread main_thread([&] {
+        const basic::ConfKeyMulti with = make_settings(true);
+        const basic::ConfKeyMulti without = make_settings(false);
+        for (int round = 0; !done.load(); ++round)
+        {
+            ASSERT_EQ(mgr.load_settings(round % 2 == 0 ? with : without), 0);
+            basic::ConfKeyMulti saved("s");
+            ASSERT_EQ(mgr.save_settings(saved), 0);
+        }
+    });
+    std::thread editor([&] {
+        for (int round = 0; !done.load(); ++round)
+        {
+            const int index = round % 6;
+            if (adapter->set_and_report_param(index, static_cast<float>(round % 101) / 100.0f, 200))
+            {
+                adapter->release(index, 200);
+            }
+            mgr.set_pending_learn(round % 1000 == 0 ? 5 : -1);
+        }
+    });
+
+    std::vector<lumo::vst2::MidiEvent> events(96);
+    std::vector<std::intptr_t> block(2 + events.size());
+    block[0] = static_cast<std::intptr_t>(events.size());
+    for (std::size_t i = 0; i < events.size(); ++i)
+    {
+        lumo::vst2::MidiEvent& e = events[i];
+        e.type = lumo::vst2::event_types::midi;
+        e.byte_size = sizeof(e);
+        e.delta_frames = static_cast<std::int32_t>(i % 32);
+        e.midi_data[0] = static_cast<char>(0xB0 + i % 16);
+        e.midi_data[1] = static_cast<char>(i % 3 == 0 ? 74 : i % 3 == 1 ? 99 : 6);
+        block[2 + i] = reinterpret_cast<std::intptr_t>(&e);
+    }
+    host.keep_midi = false;
+    std::vector<float> l(32, 0.1f), r(32, -0.1f), ol(32), orr(32);
+    for (int b = 0; b < 3000; ++b)
+    {
+        for (std::size_t i = 0; i < events.size(); ++i)
+        {
+            events[i].midi_data[2] = static_cast<char>((b + static_cast<int>(i)) % 128);
+        }
+        dispatch(PluginOp::process_events, 0, 0, block.data());
+        process(l, r, ol, orr);
+    }
+    done.store(true);
+    main_thread.join();
+    editor.join();
+    for (float x : ol)
+    {
+        EXPECT_TRUE(std::isfinite(x));
+    }
+    EXPECT_GT(host.sent_events, 0);
+}
+
+}  // namespace
