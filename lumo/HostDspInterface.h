@@ -2,6 +2,11 @@
 
 #include <string>
 
+namespace basic
+{
+class SettingClientInterface;
+}
+
 namespace lumo
 {
 
@@ -24,6 +29,9 @@ public:
     virtual bool is_input_connected(int port, int channel) = 0;
     virtual bool is_output_connected(int port, int channel) = 0;
     virtual MidiMgr* use_midi_mgr() = 0;
+    // The MIDI manager seen as a settings client (null without one), so the
+    // settings side can register it without knowing the MIDI layer above it.
+    virtual basic::SettingClientInterface* use_midi_setting_client() = 0;
 
     virtual bool is_free(int index, int level) = 0;
     virtual bool take(int index, int level) = 0;

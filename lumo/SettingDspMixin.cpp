@@ -2,7 +2,6 @@
 
 #include "lumo/HostDspInterface.h"
 #include "lumo/ParamReorder.h"
-#include "lumo/midi/MidiMgr.h"
 
 namespace lumo
 {
@@ -15,7 +14,7 @@ int SettingDspMixin::setup_setting_mgr()
     {
         return err;
     }
-    if (MidiMgr* midi = host->use_midi_mgr())
+    if (basic::SettingClientInterface* midi = host->use_midi_setting_client())
     {
         const int midi_err = _setting_mgr.add_client(*midi);
         if (midi_err != 0)

@@ -3,6 +3,7 @@
 #include "lumo/GuiInterface.h"
 #include "lumo/SettingKeys.h"
 #include "lumo/TimeInfoRequest.h"
+#include "lumo/midi/MidiMgr.h"
 #include "lumo/vst2/Vst2Plugin.h"
 
 namespace lumo
@@ -102,6 +103,11 @@ bool HostDspVst2Win::is_output_connected(int port, int channel)
 MidiMgr* HostDspVst2Win::use_midi_mgr()
 {
     return _adapter != nullptr ? _adapter->use_midi_mgr() : nullptr;
+}
+
+basic::SettingClientInterface* HostDspVst2Win::use_midi_setting_client()
+{
+    return use_midi_mgr();
 }
 
 bool HostDspVst2Win::is_free(int index, int level)

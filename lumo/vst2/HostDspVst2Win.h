@@ -22,6 +22,7 @@ public:
     bool is_input_connected(int port, int channel) override;
     bool is_output_connected(int port, int channel) override;
     MidiMgr* use_midi_mgr() override;
+    basic::SettingClientInterface* use_midi_setting_client() override;
 
     bool is_free(int index, int level) override;
     bool take(int index, int level) override;

@@ -47,6 +47,7 @@ public:
     bool is_input_connected(int /*port*/, int /*channel*/) override { return true; }
     bool is_output_connected(int /*port*/, int /*channel*/) override { return true; }
     lumo::MidiMgr* use_midi_mgr() override { return nullptr; }
+    basic::SettingClientInterface* use_midi_setting_client() override { return nullptr; }
     bool is_free(int /*index*/, int /*level*/) override { return true; }
     bool take(int /*index*/, int /*level*/) override { return true; }
     void release(int /*index*/, int /*level*/) override {}
