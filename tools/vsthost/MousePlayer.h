@@ -22,12 +22,9 @@ public:
 private:
     void post_button(unsigned message, int x, int y);
     void post_at(unsigned message, int x, int y, unsigned extra_state);
-    void move_to(int x, int y, int moves);
     unsigned get_key_state() const;
 
     void* _window;
-    int _x = 0;
-    int _y = 0;
     bool _left = false;
     bool _right = false;
 };

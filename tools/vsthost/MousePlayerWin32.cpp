@@ -74,63 +74,53 @@ void MousePlayer::post_at(unsigned message, int x, int y, unsigned extra_state)
 
 void MousePlayer::post_button(unsigned message, int x, int y)
 {
-    _x = x;
-    _y = y;
     // The state in a button message is the state after the change.
     _left = message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK ? true : message == WM_LBUTTONUP ? false : _left;
     _right = message == WM_RBUTTONDOWN ? true : message == WM_RBUTTONUP ? false : _right;
     post_at(message, x, y, 0);
 }
 
-void MousePlayer::move_to(int x, int y, int moves)
-{
-    const int from_x = _x;
-    const int from_y = _y;
-    for (int i = 1; i <= moves; ++i)
-    {
-        _x = from_x + (x - from_x) * i / moves;
-        _y = from_y + (y - from_y) * i / moves;
-        post_at(WM_MOUSEMOVE, _x, _y, 0);
-    }
-}
-
 void MousePlayer::play(const MouseScript::Step& step)
 {
     using Action = MouseScript::Action;
-    switch (step.action)
+    // What each action posts, in order; a double click is the system's
+    // sequence of press, release, double-click press, release.
+    static const struct
     {
-    case Action::down:
-        post_button(WM_LBUTTONDOWN, step.x, step.y);
-        break;
-    case Action::up:
-        post_button(WM_LBUTTONUP, step.x, step.y);
-        break;
-    case Action::rdown:
-        post_button(WM_RBUTTONDOWN, step.x, step.y);
-        break;
-    case Action::rup:
-        post_button(WM_RBUTTONUP, step.x, step.y);
-        break;
-    case Action::click:
-        post_button(WM_LBUTTONDOWN, step.x, step.y);
-        post_button(WM_LBUTTONUP, step.x, step.y);
-        break;
-    case Action::dblclick:
-        post_button(WM_LBUTTONDOWN, step.x, step.y);
-        post_button(WM_LBUTTONUP, step.x, step.y);
-        post_button(WM_LBUTTONDBLCLK, step.x, step.y);
-        post_button(WM_LBUTTONUP, step.x, step.y);
-        break;
-    case Action::move:
-        move_to(step.x, step.y, step.amount);
-        break;
-    case Action::wheel:
-        _x = step.x;
-        _y = step.y;
-        post_at(WM_MOUSEWHEEL, step.x, step.y, static_cast<unsigned>(static_cast<WORD>(static_cast<short>(step.amount))) << 16);
-        break;
-    case Action::wait:
-        break;
+        Action action;
+        UINT messages[4];
+    } sequences[] = {
+        {Action::down, {WM_LBUTTONDOWN}},
+        {Action::up, {WM_LBUTTONUP}},
+        {Action::rdown, {WM_RBUTTONDOWN}},
+        {Action::rup, {WM_RBUTTONUP}},
+        {Action::click, {WM_LBUTTONDOWN, WM_LBUTTONUP}},
+        {Action::dblclick, {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP}},
+    };
+    if (step.action == Action::move)
+    {
+        post_at(WM_MOUSEMOVE, step.x, step.y, 0);
+        return;
+    }
+    if (step.action == Action::wheel)
+    {
+        post_at(WM_MOUSEWHEEL, step.x, step.y,
+                static_cast<unsigned>(static_cast<WORD>(static_cast<short>(step.amount))) << 16);
+        return;
+    }
+    for (const auto& sequence : sequences)
+    {
+        if (sequence.action != step.action)
+        {
+            continue;
+        }
+        for (UINT message : sequence.messages)
+        {
+            if (message != 0)
+            {
+                post_button(message, step.x, step.y);
+            }
+        }
     }
 }
 

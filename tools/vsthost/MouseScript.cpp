@@ -54,6 +54,7 @@ int parse_int(const std::string& step, const std::string& word)
     return static_cast<int>(v);
 }
 
+// One step as written; a move's count of moves is in amount.
 MouseScript::Step parse_step(const std::string& step)
 {
     std::istringstream words(step);
@@ -91,6 +92,34 @@ MouseScript::Step parse_step(const std::string& step)
     return out;
 }
 
+// Adds the step, a move as its single moves from the last point (the origin
+// before any point was given).
+void add_step(MouseScript::Step step, std::vector<MouseScript::Step>& steps)
+{
+    if (step.action != Action::move)
+    {
+        steps.push_back(step);
+        return;
+    }
+    int from_x = 0;
+    int from_y = 0;
+    for (auto it = steps.rbegin(); it != steps.rend(); ++it)
+    {
+        if (it->action != Action::wait)
+        {
+            from_x = it->x;
+            from_y = it->y;
+            break;
+        }
+    }
+    const int moves = step.amount;
+    for (int i = 1; i <= moves; ++i)
+    {
+        steps.push_back(MouseScript::Step{Action::move, from_x + (step.x - from_x) * i / moves,
+                                          from_y + (step.y - from_y) * i / moves, 0});
+    }
+}
+
 }  // namespace
 
 std::vector<MouseScript::Step> MouseScript::parse(const std::string& text)
@@ -107,7 +136,7 @@ std::vector<MouseScript::Step> MouseScript::parse(const std::string& text)
         }
         if (step.find_first_not_of(" \t\r") != std::string::npos)
         {
-            steps.push_back(parse_step(step));
+            add_step(parse_step(step), steps);
         }
         step.clear();
     }

@@ -12,7 +12,8 @@ namespace vsthost
 //   rdown X Y, rup X Y          right button
 //   click X Y                   down and up
 //   dblclick X Y                down, up, the double click, up
-//   move X Y [STEPS]            from the last point in STEPS equal moves
+//   move X Y [STEPS]            from the last point in STEPS equal moves,
+//                               each a step of its own
 //   wheel X Y DELTA             120 per notch, positive away from the user
 //   wait MS                     idle the editor for MS milliseconds
 // Words and numbers are separated by blanks; every error is a
@@ -38,13 +39,13 @@ public:
         Action action = Action::wait;
         int x = 0;
         int y = 0;
-        // Moves for move, the delta for wheel, milliseconds for wait.
+        // The delta for wheel, milliseconds for wait.
         int amount = 0;
     };
 
     static std::vector<Step> parse(const std::string& text);
 
-    // The largest number of moves one step may ask for, and the longest wait:
+    // The largest number of moves one move may ask for, and the longest wait:
     // far beyond any test, small enough that a typo cannot hang the tool.
     static constexpr int max_moves = 10000;
     static constexpr int max_wait_ms = 600000;

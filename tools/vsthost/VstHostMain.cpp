@@ -13,6 +13,7 @@
 #include <exception>
 #include <iostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace
@@ -41,6 +42,19 @@ const char* const usage =
     "Windows builds only open editors; SCRIPT steps, separated by ';': down X Y, up X Y,\n"
     "rdown X Y, rup X Y, click X Y, dblclick X Y, move X Y [STEPS], wheel X Y DELTA, wait MS\n";
 
+using Command = int (*)(const std::vector<std::string>& words, std::ostream& out);
+
+const std::pair<const char*, Command> commands[] = {
+    {"info", &vsthost::InfoCommand::run},
+    {"render", &vsthost::RenderCommand::run},
+    {"preset", &vsthost::PresetCommand::run},
+    {"validate", &vsthost::ValidateCommand::run},
+    {"editor", &vsthost::EditorCommand::run},
+    {"screenshot", &vsthost::ScreenshotCommand::run},
+    {"editor-stress", &vsthost::EditorStressCommand::run},
+    {"compare", &vsthost::CompareCommand::run},
+};
+
 }  // namespace
 
 int main(int argc, char** argv)
@@ -49,37 +63,12 @@ int main(int argc, char** argv)
     const std::string command = argc > 1 ? argv[1] : "";
     try
     {
-        if (command == "info")
+        for (const auto& [name, run] : commands)
         {
-            return vsthost::InfoCommand::run(words, std::cout);
-        }
-        if (command == "render")
-        {
-            return vsthost::RenderCommand::run(words, std::cout);
-        }
-        if (command == "preset")
-        {
-            return vsthost::PresetCommand::run(words, std::cout);
-        }
-        if (command == "validate")
-        {
-            return vsthost::ValidateCommand::run(words, std::cout);
-        }
-        if (command == "editor")
-        {
-            return vsthost::EditorCommand::run(words, std::cout);
-        }
-        if (command == "screenshot")
-        {
-            return vsthost::ScreenshotCommand::run(words, std::cout);
-        }
-        if (command == "editor-stress")
-        {
-            return vsthost::EditorStressCommand::run(words, std::cout);
-        }
-        if (command == "compare")
-        {
-            return vsthost::CompareCommand::run(words, std::cout);
+            if (command == name)
+            {
+                return run(words, std::cout);
+            }
         }
         std::cerr << usage;
         return command == "help" || command == "--help" ? 0 : 2;
