@@ -41,6 +41,7 @@ int EditorCommand::run(const std::vector<std::string>& words, std::ostream& out)
     out << "editor " << session.get_width() << "x" << session.get_height() << " open; close its window to stop"
         << std::endl;
     const bool closed_by_user = !session.run_for(static_cast<int>(seconds * 1000.0));
+    session.print_load(out);
     session.close();
     live.use_audio().stop();
     out << "editor closed " << (closed_by_user ? "by the user" : "after the time given") << "; "

@@ -1,9 +1,10 @@
 #include "EditorSession.h"
 
+#include "CpuClock.h"
 #include "MousePlayer.h"
 #include "WindowProbe.h"
 
-#include <chrono>
+#include <iomanip>
 #include <stdexcept>
 #include <thread>
 
@@ -77,6 +78,9 @@ void EditorSession::open()
         throw std::runtime_error("the editor did not open");
     }
     _editor_open = true;
+    _opened_at = std::chrono::steady_clock::now();
+    _thread_cpu_at_open = CpuClock::get_thread_seconds();
+    _process_cpu_at_open = CpuClock::get_process_seconds();
     apply_plugin_rect();
     _parent->pump();
 }
@@ -134,6 +138,19 @@ void EditorSession::play(const std::vector<MouseScript::Step>& steps, int step_m
 Image EditorSession::capture()
 {
     return _parent ? WindowProbe::capture(_parent->use_handle()) : Image();
+}
+
+void EditorSession::print_load(std::ostream& out) const
+{
+    const double wall = std::chrono::duration<double>(std::chrono::steady_clock::now() - _opened_at).count();
+    const auto line = [&](const char* what, double cpu) {
+        out << what << cpu << " s in " << wall << " s (" << (wall > 0.0 ? 100.0 * cpu / wall : 0.0)
+            << " % of one core)\n";
+    };
+    out << std::fixed << std::setprecision(3);
+    line("editor thread CPU: ", CpuClock::get_thread_seconds() - _thread_cpu_at_open);
+    line("process CPU: ", CpuClock::get_process_seconds() - _process_cpu_at_open);
+    out << std::defaultfloat;
 }
 
 bool EditorSession::size_window(int width, int height)

@@ -6,7 +6,9 @@
 #include "Image.h"
 #include "MouseScript.h"
 
+#include <chrono>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -48,6 +50,11 @@ public:
     // the host's default size.
     bool has_plugin_size() const { return _has_plugin_size; }
     const EditLog& use_log() const { return _log; }
+    // The processor time since the editor opened, of this thread (the
+    // editor's drawing and input, and the host's idling) and of the whole
+    // process (with audio), each as a share of one core:
+    // "editor thread CPU: 0.012 s in 10.0 s (0.12 % of one core)".
+    void print_load(std::ostream& out) const;
 
     bool size_window(int width, int height) override;
     void on_edit_request(lumo::vst2::HostOp op, int index, float value) override;
@@ -66,6 +73,9 @@ private:
     int _height = default_height;
     bool _has_plugin_size = false;
     bool _editor_open = false;
+    std::chrono::steady_clock::time_point _opened_at;
+    double _thread_cpu_at_open = 0.0;
+    double _process_cpu_at_open = 0.0;
 };
 
 }  // namespace vsthost

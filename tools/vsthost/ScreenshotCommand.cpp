@@ -90,6 +90,7 @@ int ScreenshotCommand::run(const std::vector<std::string>& words, std::ostream& 
         session.run_for(after_ms);
     }
     const Image image = capture_to(session, args.get_value("-o", ""), out);
+    session.print_load(out);
     session.close();
     out << "audio blocks processed during the session: " << live.use_audio().get_blocks() << "\n";
     live.use_audio().stop();

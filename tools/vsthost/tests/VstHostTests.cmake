@@ -84,7 +84,7 @@ if(CMAKE_CROSSCOMPILING AND vsthost_xvfb_run)
   # Setting parameters while the editor is open redraws exactly the gain bar's
   # end (from 0 dB to +6 dB) and the phase lamp: 19 x 40 + 50 x 30 pixels.
   vsthost_gui_e2e(screenshot_set
-    "editor 240x120\ncaptured 240x120 to e2e-set-before.png\ncaptured 240x120 to e2e-set.png\naudio blocks processed during the session: [1-9][0-9]*\n.*: changed pixels: 2260\nchanged box: x 193 y 20 w 19 h 40\nchanged box: x 10 y 75 w 50 h 30\n"
+    "editor 240x120\ncaptured 240x120 to e2e-set-before.png\ncaptured 240x120 to e2e-set.png\n.*audio blocks processed during the session: [1-9][0-9]*\n.*: changed pixels: 2260\nchanged box: x 193 y 20 w 19 h 40\nchanged box: x 10 y 75 w 50 h 30\n"
     screenshot ${gain} -o e2e-set.png --before e2e-set-before.png --set Gain=6 --set Phase=Inverted
     --diff e2e-set-before.png)
   # A drag in the bar is one gesture: begin, automation on every move, end.
@@ -106,7 +106,7 @@ if(CMAKE_CROSSCOMPILING AND vsthost_xvfb_run)
     screenshot ${gain} -o e2e-outside.png --before e2e-outside-before.png --mouse "click 150 100" --print-params
     --diff e2e-outside-before.png)
   vsthost_gui_e2e(editor_timed
-    "editor 240x120 open; close its window to stop\neditor closed after the time given; [1-9][0-9]* audio blocks processed"
+    "editor 240x120 open; close its window to stop\neditor thread CPU: [0-9.]+ s in [0-9.]+ s \\([0-9.]+ % of one core\\)\nprocess CPU: .*\neditor closed after the time given; [1-9][0-9]* audio blocks processed"
     editor ${gain} --seconds 1 --set Gain=-6)
   vsthost_gui_e2e(editor_stress
     "at once 201 times while audio ran\n.*unregistered after the last window closed\nresult: nothing leaked"
