@@ -54,33 +54,31 @@ vsthost_e2e(preset_wrong_kind "stores a chunk but the plug-in uses parameters" F
 # parent window for the editor under a virtual X server when one is there.
 find_program(vsthost_xvfb_run xvfb-run)
 if(CMAKE_CROSSCOMPILING AND vsthost_xvfb_run)
-  add_test(NAME vsthost_validate
-    COMMAND ${vsthost_xvfb_run} -a ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE_NAME:vsthost> validate ${gain}
-    WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
-  set_tests_properties(vsthost_validate PROPERTIES ENVIRONMENT "${vsthost_env}" LABELS e2e
-    PASS_REGULAR_EXPRESSION "PASS  editor open and close while suspended.*\n[1-9][0-9]* passed, 0 failed")
+  # vsthost_gui_e2e(NAME PASS_REGEX args...): a run that opens windows, on the
+  # caller's display or a virtual one. Virtual servers started at once may
+  # pick the same display number, so these tests take turns. A mouse script
+  # separates its steps with $<SEMICOLON>, as a plain one would split the
+  # argument.
+  function(vsthost_gui_e2e name regex)
+    add_test(NAME vsthost_${name}
+      COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/tests/with-display.sh ${CMAKE_CROSSCOMPILING_EMULATOR}
+        $<TARGET_FILE_NAME:vsthost> ${ARGN}
+      WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
+    set_tests_properties(vsthost_${name} PROPERTIES ENVIRONMENT "${vsthost_env}" LABELS "e2e;gui"
+      PASS_REGULAR_EXPRESSION "${regex}" RESOURCE_LOCK vsthost_display)
+  endfunction()
+  vsthost_gui_e2e(validate "PASS  editor open and close while suspended.*\n[1-9][0-9]* passed, 0 failed"
+    validate ${gain})
 else()
   vsthost_e2e(validate "\n[1-9][0-9]* passed, 0 failed" ARGS validate ${gain})
 endif()
 vsthost_e2e(validate_params_strict "\n[1-9][0-9]* passed, 0 failed" ARGS validate ${params} --level 3 --seed 7
   --rates 44100,96000 --blocks 16,512)
 
-# The editor commands. Editors open only in the Windows build: there each
-# test gets its own virtual X server with true colour, so captures are exact.
+# The editor commands. Editors open only in the Windows build.
 if(CMAKE_CROSSCOMPILING AND vsthost_xvfb_run)
   set(leaky $<TARGET_FILE_NAME:vsthost_testgain_leaky>)
   add_dependencies(test_vsthost vsthost_testgain_leaky)
-  # vsthost_gui_e2e(NAME PASS_REGEX args...); a mouse script separates its
-  # steps with $<SEMICOLON>, as a plain one would split the argument.
-  function(vsthost_gui_e2e name regex)
-    add_test(NAME vsthost_${name}
-      COMMAND ${vsthost_xvfb_run} -a -s "-screen 0 1024x768x24" ${CMAKE_CROSSCOMPILING_EMULATOR}
-        $<TARGET_FILE_NAME:vsthost> ${ARGN}
-      WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
-    set_tests_properties(vsthost_${name} PROPERTIES ENVIRONMENT "${vsthost_env}" LABELS "e2e;gui"
-      PASS_REGULAR_EXPRESSION "${regex}")
-  endfunction()
-
   # Setting parameters while the editor is open redraws exactly the gain bar's
   # end (from 0 dB to +6 dB) and the phase lamp: 19 x 40 + 50 x 30 pixels.
   vsthost_gui_e2e(screenshot_set
@@ -109,12 +107,18 @@ if(CMAKE_CROSSCOMPILING AND vsthost_xvfb_run)
     "editor 240x120 open; close its window to stop\neditor thread CPU: [0-9.]+ s in [0-9.]+ s \\([0-9.]+ % of one core\\)\nprocess CPU: .*\neditor closed after the time given; [1-9][0-9]* audio blocks processed"
     editor ${gain} --seconds 1 --set Gain=-6)
   vsthost_gui_e2e(editor_stress
-    "at once 201 times while audio ran\n.*unregistered after the last window closed\nresult: nothing leaked"
+    "at once 201 times\n.*unregistered after the last window closed\nresult: nothing leaked"
     editor-stress ${gain} --cycles 200 --instances 2 --idle-ms 10)
   # The checks themselves find leaks: the leaky editor fails them all.
   vsthost_gui_e2e(editor_stress_finds_leaks
     "GDI objects: [0-9]+ before, [0-9]+ after\n.*still registered after the last window closed\nresult: LEAK"
     editor-stress ${leaky} --cycles 5)
+  vsthost_gui_e2e(validate_editor_leaks
+    "PASS  editor leaks over repeated opening, two instances at once: 21 rounds of 2 editors.*\n[1-9][0-9]* passed, 0 failed"
+    validate ${gain} --level 3 --rates 44100 --blocks 512)
+  vsthost_gui_e2e(validate_finds_editor_leaks
+    "FAIL  editor leaks over repeated opening, two instances at once: .*window class left registered\n.*\n[1-9][0-9]* passed, 1 failed"
+    validate ${leaky} --level 3 --rates 44100 --blocks 512)
 else()
   vsthost_e2e(screenshot_without_windows "the plug-in has no editor" ARGS screenshot ${gain} -o e2e-none.png)
 endif()
