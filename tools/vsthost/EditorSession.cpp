@@ -118,13 +118,13 @@ bool EditorSession::run_for(int ms)
     return false;
 }
 
-void EditorSession::play(const std::vector<MouseScript::Step>& steps, int step_ms)
+void EditorSession::play(const std::vector<MouseScript::Step>& steps, int step_ms, bool follow_cursor)
 {
     if (!_editor_open)
     {
         return;
     }
-    MousePlayer player(_parent->use_handle());
+    MousePlayer player(_parent->use_handle(), follow_cursor);
     for (const MouseScript::Step& step : steps)
     {
         player.play(step);

@@ -325,8 +325,9 @@ std::intptr_t HostedPlugin::answer_editor(HostOp op, std::int32_t index, std::in
         ++_requests.end_edit;
         break;
     default:
+        // The window size request, the only other one routed here. Without
+        // a window to resize the request is granted: nothing shows it.
         ++_requests.size_window;
-        // Without a window to resize the request is granted: nothing shows it.
         return listener == nullptr || listener->size_window(index, static_cast<int>(value)) ? 1 : 0;
     }
     if (listener != nullptr)
