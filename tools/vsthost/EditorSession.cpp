@@ -118,13 +118,13 @@ bool EditorSession::run_for(int ms)
     return false;
 }
 
-void EditorSession::play(const std::vector<MouseScript::Step>& steps, int step_ms, bool follow_cursor)
+void EditorSession::play(const std::vector<MouseScript::Step>& steps, int step_ms)
 {
     if (!_editor_open)
     {
         return;
     }
-    MousePlayer player(_parent->use_handle(), follow_cursor);
+    MousePlayer player(_parent->use_handle());
     for (const MouseScript::Step& step : steps)
     {
         player.play(step);

@@ -39,8 +39,8 @@ public:
     // as the user closed the window.
     bool run_for(int ms);
     // Plays the script, each step followed by step_ms of idling (and a wait
-    // step by its own time); follow_cursor as MousePlayer says.
-    void play(const std::vector<MouseScript::Step>& steps, int step_ms, bool follow_cursor);
+    // step by its own time).
+    void play(const std::vector<MouseScript::Step>& steps, int step_ms);
     Image capture();
     void* use_window() { return _parent ? _parent->use_handle() : nullptr; }
     // The editor's client size as the host last set it.

@@ -72,41 +72,8 @@ void MousePlayer::post_at(unsigned message, int x, int y, unsigned extra_state)
     PostMessageA(target, message, state, pack_point(local.x, local.y));
 }
 
-void MousePlayer::place_cursor(int x, int y)
-{
-    POINT screen{x, y};
-    ClientToScreen(static_cast<HWND>(_window), &screen);
-    SetCursorPos(screen.x, screen.y);
-}
-
-void MousePlayer::move(int x, int y)
-{
-    if (_follow_cursor)
-    {
-        POINT now;
-        GetCursorPos(&now);
-        ScreenToClient(static_cast<HWND>(_window), &now);
-        const int to_x = now.x + x - _script_x;
-        const int to_y = now.y + y - _script_y;
-        place_cursor(to_x, to_y);
-        post_at(WM_MOUSEMOVE, to_x, to_y, 0);
-    }
-    else
-    {
-        post_at(WM_MOUSEMOVE, x, y, 0);
-    }
-    _script_x = x;
-    _script_y = y;
-}
-
 void MousePlayer::post_button(unsigned message, int x, int y)
 {
-    if (_follow_cursor)
-    {
-        place_cursor(x, y);
-    }
-    _script_x = x;
-    _script_y = y;
     // The state in a button message is the state after the change.
     _left = message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK ? true : message == WM_LBUTTONUP ? false : _left;
     _right = message == WM_RBUTTONDOWN ? true : message == WM_RBUTTONUP ? false : _right;
@@ -132,7 +99,7 @@ void MousePlayer::play(const MouseScript::Step& step)
     };
     if (step.action == Action::move)
     {
-        move(step.x, step.y);
+        post_at(WM_MOUSEMOVE, step.x, step.y, 0);
         return;
     }
     if (step.action == Action::wheel)

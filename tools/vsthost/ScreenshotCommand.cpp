@@ -19,7 +19,7 @@ namespace
 
 const char* const usage =
     "usage: vsthost screenshot PLUGIN [IN.wav] -o editor.png [--set NAME=TEXT] [--norm NAME=VALUE] [--preset FILE]\n"
-    "       [--settings-first] [--after-ms N] [--before before.png] [--mouse SCRIPT] [--step-ms N] [--cursor]\n"
+    "       [--settings-first] [--after-ms N] [--before before.png] [--mouse SCRIPT] [--step-ms N]\n"
     "       [--print-params] [--diff other.png] [--tolerance N] [--tempo BPM] [--rate HZ] [--block FRAMES]";
 
 void print_params(HostedPlugin& plugin, std::ostream& out)
@@ -52,7 +52,7 @@ int ScreenshotCommand::run(const std::vector<std::string>& words, std::ostream& 
     std::vector<std::string> options = {"-o",      "--set",  "--norm",    "--preset",   "--after-ms", "--before",
                                         "--mouse", "--diff", "--step-ms", "--tolerance"};
     options.insert(options.end(), LivePlugin::live_options.begin(), LivePlugin::live_options.end());
-    const CommandLine args(words, options, {"--print-params", "--settings-first", "--cursor"});
+    const CommandLine args(words, options, {"--print-params", "--settings-first"});
     if (!args.has("-o") || args.get_positionals().empty())
     {
         throw std::invalid_argument(usage);
@@ -86,7 +86,7 @@ int ScreenshotCommand::run(const std::vector<std::string>& words, std::ostream& 
     }
     if (!script.empty())
     {
-        session.play(script, step_ms, args.has("--cursor"));
+        session.play(script, step_ms);
         session.run_for(after_ms);
     }
     const Image image = capture_to(session, args.get_value("-o", ""), out);

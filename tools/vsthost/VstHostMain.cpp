@@ -33,7 +33,7 @@ const char* const usage =
     "  editor PLUGIN [IN.wav] [--set NAME=TEXT] [--norm NAME=VALUE] [--preset FILE] [--seconds S]\n"
     "                                   show the editor while audio loops, until its window closes\n"
     "  screenshot PLUGIN [IN.wav] -o editor.png [--set NAME=TEXT] [--after-ms N] [--before FILE.png]\n"
-    "         [--mouse SCRIPT] [--step-ms N] [--cursor] [--print-params] [--diff OTHER.png] [--settings-first]\n"
+    "         [--mouse SCRIPT] [--step-ms N] [--print-params] [--diff OTHER.png] [--settings-first]\n"
     "                                   capture the editor's window as PNG, optionally after\n"
     "                                   parameter changes and a mouse script\n"
     "  editor-stress PLUGIN [--cycles N] [--instances K] [--idle-ms N]\n"

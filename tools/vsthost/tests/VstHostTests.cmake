@@ -3,6 +3,11 @@
 # runs in the folder that holds the program and the plug-ins, so that file
 # names work the same under wine.
 file(GLOB vsthost_unit_tests CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/tests/*Test.cpp)
+if(WIN32)
+  list(FILTER vsthost_unit_tests EXCLUDE REGEX "PosixTest\\.cpp$")
+else()
+  list(FILTER vsthost_unit_tests EXCLUDE REGEX "Win32Test\\.cpp$")
+endif()
 set(ZQ_TEST_LINK zq_vsthost)
 zq_add_test_program(test_vsthost unit ${vsthost_unit_tests})
 add_dependencies(test_vsthost vsthost_testgain vsthost_testgain_params)
@@ -89,11 +94,6 @@ if(CMAKE_CROSSCOMPILING AND vsthost_xvfb_run)
   vsthost_gui_e2e(screenshot_drag
     "param 0 \"Gain\" = 0.750000 \"-6.00\"\n.*edits seen by the host: 8\n  begin edit 0\n  automate 0: 6 times, last 0.75\n  end edit 0\n"
     screenshot ${gain} -o e2e-drag.png --mouse "down 50 40$<SEMICOLON> move 175 40 5$<SEMICOLON> up 175 40" --print-params)
-  # Moving the system cursor along gives the same gesture.
-  vsthost_gui_e2e(screenshot_drag_with_cursor
-    "param 0 \"Gain\" = 0.750000 \"-6.00\"\n.*edits seen by the host: 8\n  begin edit 0\n  automate 0: 6 times, last 0.75\n  end edit 0\n"
-    screenshot ${gain} -o e2e-drag-cursor.png --mouse "down 50 40$<SEMICOLON> move 175 40 5$<SEMICOLON> up 175 40" --cursor
-    --print-params)
   # A double click restores the default; the click before it already moved the gain.
   vsthost_gui_e2e(screenshot_double_click
     "param 0 \"Gain\" = 0.833333 \"-?0.00\".*  automate 0: 1 time, last 0.409091\n  end edit 0\n  begin edit 0\n  automate 0: 1 time, last 0.833333\n  end edit 0\n"
