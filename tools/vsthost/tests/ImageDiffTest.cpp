@@ -71,6 +71,17 @@ TEST(ImageDiff, ToleranceIgnoresSmallDifferencesAndAlphaNeverCounts)
     EXPECT_EQ(out.str(), "no pixels changed\n");
 }
 
+TEST(ImageDiff, ReachesThePartialCellsAtTheRightAndBottomEdges)
+{
+    Image a(2 * ImageDiff::cell + 3, ImageDiff::cell + 1);
+    Image b = a;
+    paint(b, a.width - 1, a.height - 1, 1, 1, 9);
+    const ImageDiff diff(a, b, 0);
+    ASSERT_EQ(diff.get_boxes().size(), 1u);
+    EXPECT_EQ(diff.get_boxes()[0].x, a.width - 1);
+    EXPECT_EQ(diff.get_boxes()[0].y, a.height - 1);
+}
+
 TEST(ImageDiff, RefusesPicturesOfDifferentSizes)
 {
     EXPECT_THROW(ImageDiff(Image(4, 4), Image(4, 5), 0), std::invalid_argument);
