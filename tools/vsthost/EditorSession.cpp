@@ -104,8 +104,12 @@ bool EditorSession::run_for(int ms)
     {
         _parent->pump();
         const auto now = clock::now();
-        if (now >= next_idle)
+        // A plug-in that asks for idle time gets it at the next round, not
+        // from inside its own call.
+        const int idle_requests = _plugin.use_requests().idle.load();
+        if (now >= next_idle || idle_requests != _idle_requests_served)
         {
+            _idle_requests_served = idle_requests;
             _plugin.dispatch(lumo::vst2::PluginOp::edit_idle);
             next_idle = now + idle_period;
         }

@@ -73,6 +73,8 @@ private:
     int _height = default_height;
     bool _has_plugin_size = false;
     bool _editor_open = false;
+    // The plug-in's requests for idle time answered so far.
+    int _idle_requests_served = 0;
     std::chrono::steady_clock::time_point _opened_at;
     double _thread_cpu_at_open = 0.0;
     double _process_cpu_at_open = 0.0;

@@ -351,9 +351,14 @@ std::intptr_t HostedPlugin::answer(HostOp op, std::int32_t index, std::intptr_t 
         return reinterpret_cast<std::intptr_t>(_transport.use_time_info());
     case HostOp::tempo_at:
         return static_cast<std::intptr_t>(_transport.get_tempo() * 10000.0);
+    case HostOp::idle:
+        ++_requests.idle;
+        return 1;
+    case HostOp::update_display:
+        ++_requests.update_display;
+        return 1;
     case HostOp::want_midi:
     case HostOp::need_idle:
-    case HostOp::update_display:
     case HostOp::io_changed:
         return 1;
     case HostOp::get_num_automatable_parameters:

@@ -34,6 +34,8 @@ struct HostRequests
     std::atomic<int> end_edit{0};
     std::atomic<int> get_time{0};
     std::atomic<int> size_window{0};
+    std::atomic<int> idle{0};
+    std::atomic<int> update_display{0};
 };
 
 // One instance of a VST 2 plug-in, opened on construction and closed on

@@ -98,6 +98,9 @@ int ScreenshotCommand::run(const std::vector<std::string>& words, std::ostream& 
     {
         print_params(plugin, out);
         session.use_log().print(out);
+        const HostRequests& requests = plugin.use_requests();
+        out << "window requests: size " << requests.size_window << ", idle " << requests.idle
+            << ", display update " << requests.update_display << "\n";
     }
     if (args.has("--diff"))
     {

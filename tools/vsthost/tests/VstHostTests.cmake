@@ -101,11 +101,11 @@ if(CMAKE_CROSSCOMPILING AND vsthost_xvfb_run)
   # A click on the lamp flips the phase; a right click makes the editor ask
   # for a taller window, which the capture shows.
   vsthost_gui_e2e(screenshot_lamp_and_resize
-    "editor 240x120\ncaptured 240x180 to e2e-resize.png.*param 1 \"Phase\" = 1.000000 \"Inverted\""
+    "editor 240x120\ncaptured 240x180 to e2e-resize.png.*param 1 \"Phase\" = 1.000000 \"Inverted\".*\nwindow requests: size 1, idle 0, display update 0\n"
     screenshot ${gain} -o e2e-resize.png --mouse "click 30 90$<SEMICOLON> rdown 200 100$<SEMICOLON> rup 200 100" --print-params)
   # A click where there is no control changes neither pixels nor parameters.
   vsthost_gui_e2e(screenshot_click_outside
-    "edits seen by the host: 0\nagainst e2e-outside-before.png: no pixels changed\n"
+    "edits seen by the host: 0\nwindow requests: size 0, idle 0, display update 0\nagainst e2e-outside-before.png: no pixels changed\n"
     screenshot ${gain} -o e2e-outside.png --before e2e-outside-before.png --mouse "click 150 100" --print-params
     --diff e2e-outside-before.png)
   vsthost_gui_e2e(editor_timed
