@@ -90,6 +90,13 @@ if(CMAKE_CROSSCOMPILING AND vsthost_xvfb_run)
     "editor 240x120\ncaptured 240x120 to e2e-set-before.png\ncaptured 240x120 to e2e-set.png\n.*audio blocks processed during the session: [1-9][0-9]*\n.*: changed pixels: 2260\nchanged box: x 193 y 20 w 19 h 40\nchanged box: x 10 y 75 w 50 h 30\n"
     screenshot ${gain} -o e2e-set.png --before e2e-set-before.png --set Gain=6 --set Phase=Inverted
     --diff e2e-set-before.png)
+  # Values set before the editor opens show in its first picture: the bar
+  # ends half way; the host's own changes come back as no gesture.
+  vsthost_gui_e2e(screenshot_settings_first
+    "param 0 \"Gain\" = 0.500000 \"-24.00\"\n.*edits seen by the host: 0\n.*against e2e-set-before.png: changed pixels: 2920\nchanged box: x 120 y 20 w 73 h 40\n"
+    screenshot ${gain} -o e2e-first.png --norm Gain=0.5 --settings-first --after-ms 100 --print-params
+    --diff e2e-set-before.png)
+  set_tests_properties(vsthost_screenshot_settings_first PROPERTIES DEPENDS vsthost_screenshot_set)
   # A drag in the bar is one gesture: begin, automation on every move, end.
   vsthost_gui_e2e(screenshot_drag
     "param 0 \"Gain\" = 0.750000 \"-6.00\"\n.*edits seen by the host: 8\n  begin edit 0\n  automate 0: 6 times, last 0.75\n  end edit 0\n"
