@@ -86,11 +86,11 @@ void play_pass(HostedPlugin& plugin, AudioBuffers& dry, std::size_t block, std::
         {
             std::copy_n(dry.use_channel(c % dry.get_channels()) + done, frames, in.use_channel(c));
         }
-        const double start = block_seconds != nullptr ? get_block_clock_seconds() : 0.0;
+        const double start = block_seconds != nullptr ? CpuClock::get_block_seconds() : 0.0;
         plugin.process(in.use_pointers(), wet.use_pointers(), static_cast<std::int32_t>(frames));
         if (block_seconds != nullptr)
         {
-            block_seconds->push_back(get_block_clock_seconds() - start);
+            block_seconds->push_back(CpuClock::get_block_seconds() - start);
         }
     }
 }
@@ -105,9 +105,9 @@ Timings measure(HostedPlugin& plugin, AudioBuffers& dry, const BenchCommand::Opt
     Timings t;
     for (int pass = 0; pass < opt.repeats; ++pass)
     {
-        const double start = get_thread_cpu_seconds();
+        const double start = CpuClock::get_thread_seconds();
         play_pass(plugin, dry, block, nullptr);
-        const double cpu = get_thread_cpu_seconds() - start;
+        const double cpu = CpuClock::get_thread_seconds() - start;
         // A clock too coarse to see the pass at all gives no factor.
         if (cpu > 0.0)
         {
@@ -173,7 +173,7 @@ int BenchCommand::run(const std::vector<std::string>& words, std::ostream& out)
         << static_cast<double>(dry.get_frames()) / rate << " s at " << rate << " Hz in blocks of " << opt.block
         << ", " << opt.repeats << " passes\n"
         << "real-time factor (CPU time): min " << rt.min << "x, median " << rt.median << "x, max " << rt.max << "x\n"
-        << std::setprecision(2) << "block time (" << block_clock_name << "), 99th percentile: " << p99 * 1e6 << " us of "
+        << std::setprecision(2) << "block time (" << CpuClock::block_clock_name << "), 99th percentile: " << p99 * 1e6 << " us of "
         << budget * 1e6 << " us (" << 100.0 * p99 / budget << " %)\n";
     return 0;
 }

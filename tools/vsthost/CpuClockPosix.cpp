@@ -1,22 +1,36 @@
 #include "CpuClock.h"
 
-#include <time.h>
+#include <ctime>
 
 namespace vsthost
 {
 
-double get_thread_cpu_seconds()
+namespace
+{
+
+double read_clock(clockid_t id)
 {
     timespec t{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
-    return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_nsec) * 1e-9;
+    return clock_gettime(id, &t) == 0 ? static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_nsec) * 1e-9 : 0.0;
 }
 
-const char* const block_clock_name = "CPU";
+}  // namespace
 
-double get_block_clock_seconds()
+double CpuClock::get_thread_seconds()
 {
-    return get_thread_cpu_seconds();
+    return read_clock(CLOCK_THREAD_CPUTIME_ID);
+}
+
+double CpuClock::get_process_seconds()
+{
+    return read_clock(CLOCK_PROCESS_CPUTIME_ID);
+}
+
+const char* const CpuClock::block_clock_name = "CPU";
+
+double CpuClock::get_block_seconds()
+{
+    return get_thread_seconds();
 }
 
 }  // namespace vsthost

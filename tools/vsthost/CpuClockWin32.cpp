@@ -8,31 +8,38 @@ namespace vsthost
 namespace
 {
 
-double to_seconds(const FILETIME& t)
+// Kernel and user time together; FILETIME counts 100 ns units.
+double to_seconds(const FILETIME& kernel, const FILETIME& user)
 {
-    // FILETIME counts 100 ns units.
-    const unsigned long long ticks = (static_cast<unsigned long long>(t.dwHighDateTime) << 32) | t.dwLowDateTime;
-    return static_cast<double>(ticks) * 1e-7;
+    const auto ticks = [](const FILETIME& t) {
+        return (static_cast<unsigned long long>(t.dwHighDateTime) << 32) | t.dwLowDateTime;
+    };
+    return static_cast<double>(ticks(kernel) + ticks(user)) * 1e-7;
 }
 
 }  // namespace
 
-double get_thread_cpu_seconds()
+double CpuClock::get_thread_seconds()
 {
-    FILETIME created{};
-    FILETIME exited{};
-    FILETIME kernel{};
-    FILETIME user{};
-    if (GetThreadTimes(GetCurrentThread(), &created, &exited, &kernel, &user) == 0)
-    {
-        return 0.0;
-    }
-    return to_seconds(kernel) + to_seconds(user);
+    FILETIME created;
+    FILETIME ended;
+    FILETIME kernel;
+    FILETIME user;
+    return GetThreadTimes(GetCurrentThread(), &created, &ended, &kernel, &user) ? to_seconds(kernel, user) : 0.0;
 }
 
-const char* const block_clock_name = "wall";
+double CpuClock::get_process_seconds()
+{
+    FILETIME created;
+    FILETIME ended;
+    FILETIME kernel;
+    FILETIME user;
+    return GetProcessTimes(GetCurrentProcess(), &created, &ended, &kernel, &user) ? to_seconds(kernel, user) : 0.0;
+}
 
-double get_block_clock_seconds()
+const char* const CpuClock::block_clock_name = "wall";
+
+double CpuClock::get_block_seconds()
 {
     LARGE_INTEGER count{};
     LARGE_INTEGER frequency{};

@@ -118,7 +118,12 @@ void Validator::run_once(PluginLibrary& library)
         audio.check_automation();
         audio.check_threads();
         audio.check_allocations();
-        EditorValidator(plugin, audio, _report).check_editor();
+        EditorValidator editor(plugin, audio, _report);
+        editor.check_editor();
+        if (_options.level >= 3)
+        {
+            editor.check_editor_leaks(library, _options.scaled(2));
+        }
     }
     // Whatever the plug-in sent during all of the above.
     midi.check_output();
