@@ -17,9 +17,8 @@ ConfKeyFactory& ConfKeyFactory::use_instance()
 
 std::unique_ptr<ConfKeyInterface> ConfKeyFactory::create_key(const std::string& text)
 {
-    _tokens.clear();
     _pos = 0;
-    if (ConfKeyTokenizer(_tokens).tokenize(text) != 0)
+    if (ConfKeyTokenizer(_spelling, _tokens).tokenize(text) != 0)
     {
         _last_error = err_tokens;
         return nullptr;
@@ -42,7 +41,7 @@ int ConfKeyFactory::get_nbr_left() const
 
 bool ConfKeyFactory::is_token(std::size_t pos, char token) const
 {
-    const std::string& t = _tokens[pos];
+    const std::string_view t = _tokens[pos];
     return t.size() == 1 && t[0] == token;
 }
 
@@ -57,9 +56,9 @@ std::unique_ptr<ConfKeyInterface> ConfKeyFactory::form_key()
     }
     if (get_nbr_left() >= 5 && is_token(p + 2, '{') && is_token(p + 4, '='))
     {
-        return std::make_unique<ConfKeyMulti>(_tokens[p]);
+        return std::make_unique<ConfKeyMulti>(std::string(_tokens[p]));
     }
-    return std::make_unique<ConfKeyData>(_tokens[p]);
+    return std::make_unique<ConfKeyData>(std::string(_tokens[p]));
 }
 
 int ConfKeyFactory::read_key(ConfKeyInterface& key)
@@ -120,7 +119,7 @@ int ConfKeyFactory::read_content(std::unique_ptr<ConfKeyContentInterface>& conte
 {
     if (!is_token(_pos, '{'))
     {
-        content = std::make_unique<ConfKeyContentString>(_tokens[_pos]);
+        content = std::make_unique<ConfKeyContentString>(std::string(_tokens[_pos]));
         ++_pos;
         return 0;
     }

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace basic
@@ -54,7 +55,9 @@ private:
     int read_content(std::unique_ptr<ConfKeyContentInterface>& content, int err_none);
     int read_list(std::unique_ptr<ConfKeyContentInterface>& content);
 
-    std::vector<std::string> _tokens;
+    // The tokens are views into _spelling (see ConfKeyTokenizer).
+    std::string _spelling;
+    std::vector<std::string_view> _tokens;
     std::size_t _pos = 0;
     int _last_error = 0;
 };
