@@ -75,7 +75,7 @@ int ConfKeyFactory::read_leaf_value(ConfKeyData& key)
         return err_missing_value;
     }
     std::unique_ptr<ConfKeyContentInterface> content;
-    const int err = read_content(content, err_missing_value);
+    const int err = read_content(content);
     if (err == 0)
     {
         key.set_content(std::move(content));
@@ -112,10 +112,9 @@ int ConfKeyFactory::read_section_body(ConfKeyMulti& section)
     return 0;
 }
 
-// A content at the current token, which exists: a list when it is "{", a
-// string otherwise. err_none is the code for a list that has no room for its
-// closing brace.
-int ConfKeyFactory::read_content(std::unique_ptr<ConfKeyContentInterface>& content, int err_none)
+// A leaf's value at the current token, which exists: a list when it is "{",
+// a string otherwise.
+int ConfKeyFactory::read_content(std::unique_ptr<ConfKeyContentInterface>& content)
 {
     if (!is_token(_pos, '{'))
     {
@@ -123,7 +122,26 @@ int ConfKeyFactory::read_content(std::unique_ptr<ConfKeyContentInterface>& conte
         ++_pos;
         return 0;
     }
-    return get_nbr_left() >= 2 ? read_list(content) : err_none;
+    return get_nbr_left() >= 2 ? read_list(content) : err_missing_value;
+}
+
+// An element of a list at the current token, which is followed by at least one
+// more. Strings go into the list in place: they are the bulk of a large file.
+int ConfKeyFactory::read_elt(ConfKeyContentMulti& list)
+{
+    if (!is_token(_pos, '{'))
+    {
+        list.add_string(std::string(_tokens[_pos]));
+        ++_pos;
+        return 0;
+    }
+    std::unique_ptr<ConfKeyContentInterface> nested;
+    const int err = read_list(nested);
+    if (err == 0)
+    {
+        list.add_elt(std::move(nested));
+    }
+    return err;
 }
 
 int ConfKeyFactory::read_list(std::unique_ptr<ConfKeyContentInterface>& content)
@@ -140,13 +158,11 @@ int ConfKeyFactory::read_list(std::unique_ptr<ConfKeyContentInterface>& content)
         {
             break;
         }
-        std::unique_ptr<ConfKeyContentInterface> elt;
-        const int err = get_nbr_left() >= 2 ? read_content(elt, err_bad_list) : err_bad_list;
+        const int err = get_nbr_left() >= 2 ? read_elt(*list) : err_bad_list;
         if (err != 0)
         {
             return err;
         }
-        list->add_elt(std::move(elt));
     }
     ++_pos;
     content = std::move(list);

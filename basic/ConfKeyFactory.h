@@ -11,6 +11,7 @@ namespace basic
 {
 
 class ConfKeyContentInterface;
+class ConfKeyContentMulti;
 class ConfKeyData;
 class ConfKeyMulti;
 
@@ -52,7 +53,8 @@ private:
     int read_key(ConfKeyInterface& key);
     int read_leaf_value(ConfKeyData& key);
     int read_section_body(ConfKeyMulti& section);
-    int read_content(std::unique_ptr<ConfKeyContentInterface>& content, int err_none);
+    int read_content(std::unique_ptr<ConfKeyContentInterface>& content);
+    int read_elt(ConfKeyContentMulti& list);
     int read_list(std::unique_ptr<ConfKeyContentInterface>& content);
 
     // The tokens are views into _spelling (see ConfKeyTokenizer).

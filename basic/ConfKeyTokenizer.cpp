@@ -30,6 +30,10 @@ int ConfKeyTokenizer::tokenize(const std::string& text)
     // Every character of text is spelled at most once, so the buffer never
     // grows past this and the views already taken into it never move.
     _spelling.reserve(text.size());
+    // A large text is mostly words of a few characters between separators:
+    // making room for that many tokens at once saves copying the list at each
+    // growth. A text with more tokens still grows the list as it needs.
+    _tokens.reserve(text.size() / 2 + 1);
     _depth = 0;
     _error = 0;
     std::size_t begin = 0;
