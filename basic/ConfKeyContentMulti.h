@@ -52,7 +52,10 @@ private:
         Elt& operator=(Elt&&) noexcept = default;
         ~Elt() = default;
 
-        ConfKeyContentInterface& use() { return _node != nullptr ? *_node : static_cast<ConfKeyContentInterface&>(_string); }
+        ConfKeyContentInterface& use()
+        {
+            return _node != nullptr ? *_node : static_cast<ConfKeyContentInterface&>(_string);
+        }
         const ConfKeyContentInterface& use() const
         {
             return _node != nullptr ? *_node : static_cast<const ConfKeyContentInterface&>(_string);
