@@ -1,7 +1,35 @@
 #include "basic/ConfKeyContentMulti.h"
 
+#include <utility>
+
 namespace basic
 {
+
+ConfKeyContentMulti::Elt::Elt(const Elt& other)
+    : _string(other._string), _node(other._node != nullptr ? other._node->clone() : nullptr)
+{
+}
+
+ConfKeyContentMulti::Elt& ConfKeyContentMulti::Elt::operator=(const Elt& other)
+{
+    Elt copy(other);
+    std::swap(*this, copy);
+    return *this;
+}
+
+// The copy is made before the list changes, so that an element of this very
+// list (or the list itself) may be handed in.
+void ConfKeyContentMulti::add_elt(const ConfKeyContentInterface& elt)
+{
+    const auto* str = dynamic_cast<const ConfKeyContentString*>(&elt);
+    Elt copy = str != nullptr ? Elt(str->get_string()) : Elt(elt.clone());
+    _elts.push_back(std::move(copy));
+}
+
+void ConfKeyContentMulti::add_elt(std::unique_ptr<ConfKeyContentInterface> elt)
+{
+    _elts.emplace_back(std::move(elt));
+}
 
 int ConfKeyContentMulti::do_write_to_string(std::string& text, int& level) const
 {

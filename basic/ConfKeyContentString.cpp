@@ -1,9 +1,11 @@
 #include "basic/ConfKeyContentString.h"
 
+#include <utility>
+
 namespace basic
 {
 
-ConfKeyContentString::ConfKeyContentString(const std::string& value) : _value(value)
+ConfKeyContentString::ConfKeyContentString(std::string value) : _value(std::move(value))
 {
 }
 

@@ -11,7 +11,7 @@ class ConfKeyContentString : public ConfKeyContentInterface
 {
 public:
     ConfKeyContentString() = default;
-    explicit ConfKeyContentString(const std::string& value);
+    explicit ConfKeyContentString(std::string value);
 
     int do_write_to_string(std::string& text, int& level) const override;
     std::unique_ptr<ConfKeyContentInterface> clone() const override;

@@ -17,9 +17,8 @@ ConfKeyFactory& ConfKeyFactory::use_instance()
 
 std::unique_ptr<ConfKeyInterface> ConfKeyFactory::create_key(const std::string& text)
 {
-    _tokens.clear();
     _pos = 0;
-    if (ConfKeyTokenizer(_tokens).tokenize(text) != 0)
+    if (ConfKeyTokenizer(_spelling, _tokens).tokenize(text) != 0)
     {
         _last_error = err_tokens;
         return nullptr;
@@ -42,7 +41,7 @@ int ConfKeyFactory::get_nbr_left() const
 
 bool ConfKeyFactory::is_token(std::size_t pos, char token) const
 {
-    const std::string& t = _tokens[pos];
+    const std::string_view t = _tokens[pos];
     return t.size() == 1 && t[0] == token;
 }
 
@@ -57,9 +56,9 @@ std::unique_ptr<ConfKeyInterface> ConfKeyFactory::form_key()
     }
     if (get_nbr_left() >= 5 && is_token(p + 2, '{') && is_token(p + 4, '='))
     {
-        return std::make_unique<ConfKeyMulti>(_tokens[p]);
+        return std::make_unique<ConfKeyMulti>(std::string(_tokens[p]));
     }
-    return std::make_unique<ConfKeyData>(_tokens[p]);
+    return std::make_unique<ConfKeyData>(std::string(_tokens[p]));
 }
 
 int ConfKeyFactory::read_key(ConfKeyInterface& key)
@@ -76,7 +75,7 @@ int ConfKeyFactory::read_leaf_value(ConfKeyData& key)
         return err_missing_value;
     }
     std::unique_ptr<ConfKeyContentInterface> content;
-    const int err = read_content(content, err_missing_value);
+    const int err = read_content(content);
     if (err == 0)
     {
         key.set_content(std::move(content));
@@ -113,18 +112,36 @@ int ConfKeyFactory::read_section_body(ConfKeyMulti& section)
     return 0;
 }
 
-// A content at the current token, which exists: a list when it is "{", a
-// string otherwise. err_none is the code for a list that has no room for its
-// closing brace.
-int ConfKeyFactory::read_content(std::unique_ptr<ConfKeyContentInterface>& content, int err_none)
+// A leaf's value at the current token, which exists: a list when it is "{",
+// a string otherwise.
+int ConfKeyFactory::read_content(std::unique_ptr<ConfKeyContentInterface>& content)
 {
     if (!is_token(_pos, '{'))
     {
-        content = std::make_unique<ConfKeyContentString>(_tokens[_pos]);
+        content = std::make_unique<ConfKeyContentString>(std::string(_tokens[_pos]));
         ++_pos;
         return 0;
     }
-    return get_nbr_left() >= 2 ? read_list(content) : err_none;
+    return get_nbr_left() >= 2 ? read_list(content) : err_missing_value;
+}
+
+// An element of a list at the current token, which is followed by at least one
+// more. Strings go into the list in place: they are the bulk of a large file.
+int ConfKeyFactory::read_elt(ConfKeyContentMulti& list)
+{
+    if (!is_token(_pos, '{'))
+    {
+        list.add_string(std::string(_tokens[_pos]));
+        ++_pos;
+        return 0;
+    }
+    std::unique_ptr<ConfKeyContentInterface> nested;
+    const int err = read_list(nested);
+    if (err == 0)
+    {
+        list.add_elt(std::move(nested));
+    }
+    return err;
 }
 
 int ConfKeyFactory::read_list(std::unique_ptr<ConfKeyContentInterface>& content)
@@ -141,13 +158,11 @@ int ConfKeyFactory::read_list(std::unique_ptr<ConfKeyContentInterface>& content)
         {
             break;
         }
-        std::unique_ptr<ConfKeyContentInterface> elt;
-        const int err = get_nbr_left() >= 2 ? read_content(elt, err_bad_list) : err_bad_list;
+        const int err = get_nbr_left() >= 2 ? read_elt(*list) : err_bad_list;
         if (err != 0)
         {
             return err;
         }
-        list->add_elt(std::move(elt));
     }
     ++_pos;
     content = std::move(list);

@@ -4,12 +4,14 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace basic
 {
 
 class ConfKeyContentInterface;
+class ConfKeyContentMulti;
 class ConfKeyData;
 class ConfKeyMulti;
 
@@ -51,10 +53,13 @@ private:
     int read_key(ConfKeyInterface& key);
     int read_leaf_value(ConfKeyData& key);
     int read_section_body(ConfKeyMulti& section);
-    int read_content(std::unique_ptr<ConfKeyContentInterface>& content, int err_none);
+    int read_content(std::unique_ptr<ConfKeyContentInterface>& content);
+    int read_elt(ConfKeyContentMulti& list);
     int read_list(std::unique_ptr<ConfKeyContentInterface>& content);
 
-    std::vector<std::string> _tokens;
+    // The tokens are views into _spelling (see ConfKeyTokenizer).
+    std::string _spelling;
+    std::vector<std::string_view> _tokens;
     std::size_t _pos = 0;
     int _last_error = 0;
 };

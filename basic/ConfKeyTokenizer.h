@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace basic
@@ -11,6 +12,11 @@ namespace basic
 // tokens of their own, "//" starts a comment up to the end of the line,
 // double quotes group a token (separators included) on one line, carriage
 // returns outside quotes are dropped. Braces are counted across the text.
+//
+// A settings file may hold millions of tokens, so a token is not a string of
+// its own: the characters of all tokens are spelled back to back into one
+// buffer (without the dropped carriage returns, so a token is always one run
+// of characters) and each token is a view into that buffer.
 class ConfKeyTokenizer
 {
 public:
@@ -22,17 +28,25 @@ public:
     static constexpr int err_too_deep = -1020;
     static constexpr int max_depth = 200;
 
-    explicit ConfKeyTokenizer(std::vector<std::string>& tokens);
+    // The views put into tokens point into spelling: both stay with the caller,
+    // who keeps spelling unchanged as long as it uses the tokens.
+    ConfKeyTokenizer(std::string& spelling, std::vector<std::string_view>& tokens);
 
-    // Appends the tokens of text; 0 or one of the codes above.
+    // Replaces the spelling and the tokens with those of text; 0 or one of the
+    // codes above. The tokens of the lines before a failing one are kept.
     int tokenize(const std::string& text);
 
 private:
-    int copy_line(const std::string& text, std::size_t begin, std::size_t end, std::string& work);
-    void copy_outside_quotes(char c, std::string& work);
-    void split_line(const std::string& work);
+    int split_line(const std::string& text, std::size_t begin, std::size_t end);
+    void split_outside_quotes(char c);
+    void put_structural(char c);
+    void open_token();
+    void close_token();
 
-    std::vector<std::string>& _tokens;
+    std::string& _spelling;
+    std::vector<std::string_view>& _tokens;
+    // Where the token being spelled begins in _spelling, or npos between tokens.
+    std::size_t _token_begin = std::string::npos;
     int _depth = 0;
     int _error = 0;
 };

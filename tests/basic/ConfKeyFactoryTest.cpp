@@ -154,6 +154,24 @@ TEST(ConfKeyFactory, CommentsAndCarriageReturnsAreDropped)
     EXPECT_EQ(root.get_comment(), "");
 }
 
+// Outside quotes a carriage return vanishes without splitting the word it
+// stands in, and words stay whole however they touch quotes and braces.
+TEST(ConfKeyFactory, CarriageReturnsInsideWordsJoinTheirParts)
+{
+    const ReadResult r = read("l = {a\rb\r \rc\r\n\"d\re\"f{\"\"}g\r}\r\n");
+    ASSERT_EQ(r.error, 0);
+    const auto& list = dynamic_cast<const ConfKeyContentMulti&>(content_of(*r.key));
+    ASSERT_EQ(list.get_nbr_elt(), 6);
+    EXPECT_EQ(string_of(list.use_elt(0)), "ab");
+    EXPECT_EQ(string_of(list.use_elt(1)), "c");
+    EXPECT_EQ(string_of(list.use_elt(2)), "d\re");
+    EXPECT_EQ(string_of(list.use_elt(3)), "f");
+    const auto& nested = dynamic_cast<const ConfKeyContentMulti&>(list.use_elt(4));
+    ASSERT_EQ(nested.get_nbr_elt(), 1);
+    EXPECT_EQ(string_of(nested.use_elt(0)), "");
+    EXPECT_EQ(string_of(list.use_elt(5)), "g");
+}
+
 TEST(ConfKeyFactory, SeparatorsIncludeBackspaceAndVerticalTabButNotFormFeed)
 {
     const ReadResult r = read("l = {\b1\v2\f3 }");

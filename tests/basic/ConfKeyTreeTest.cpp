@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <memory>
 #include <stdexcept>
 #include <string>
 
@@ -241,6 +242,31 @@ TEST(ConfKeyTree, ListElementsCanBeClearedAndNested)
     EXPECT_EQ(static_cast<const ConfKeyContentMulti&>(list.use_elt(3)).get_nbr_elt(), 3);
     list.clear();
     EXPECT_EQ(list.get_nbr_elt(), 0);
+}
+
+// Strings are held in the list itself and nested lists as nodes: a copy must
+// still be deep for both, and an element of the list may be appended to it.
+TEST(ConfKeyTree, CopiedListsShareNeitherStringsNorNestedLists)
+{
+    ConfKeyContentMulti list = make_list(2);
+    list.add_string("s");
+    list.add_elt(std::make_unique<ConfKeyContentMulti>(make_list(1)));
+    list.add_elt(list.use_elt(0));
+    list.add_elt(list.use_elt(3));
+
+    ConfKeyContentMulti copy = list;
+    ConfKeyContentMulti assigned;
+    assigned = list;
+    dynamic_cast<ConfKeyContentString&>(list.use_elt(0)).set_string("changed");
+    dynamic_cast<ConfKeyContentMulti&>(list.use_elt(3)).add_string("more");
+    ConfKeyData key("k");
+    for (const ConfKeyContentMulti* other : {&copy, &assigned})
+    {
+        key.set_content(*other);
+        EXPECT_EQ(write(key), "k = { 0 1 s { 0 } 0 { 0 } }");
+    }
+    key.set_content(list);
+    EXPECT_EQ(write(key), "k = { changed 1 s { 0 more } 0 { 0 } }");
 }
 
 }  // namespace
