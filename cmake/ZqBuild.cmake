@@ -72,3 +72,46 @@ function(zq_add_library name dir)
     zq_add_tests(${name} ${dir} zq_${name})
   endif()
 endfunction()
+
+# zq_generated_resources(lib tool dir rc table comment [tool arguments...]):
+# the object library lib of the resources that tools/<tool> writes into dir
+# during the build: on Windows its resource script rc, elsewhere its C++
+# table, which registers itself with sys::ResourceTable. The tool runs as
+# "tool dir arguments..." on the build machine (a cross build builds it again
+# with the build machine's compiler, as a project of its own), once per build
+# tree and again only when it changes.
+if(WIN32)
+  enable_language(RC)
+endif()
+
+function(zq_generated_resources lib tool dir rc table comment)
+  if(CMAKE_CROSSCOMPILING)
+    include(ExternalProject)
+    find_program(ZQ_HOST_CXX NAMES c++ g++ clang++ REQUIRED)
+    set(program ${CMAKE_BINARY_DIR}/${tool}-host/${tool})
+    ExternalProject_Add(${tool}_host
+      SOURCE_DIR ${ZQ_ROOT}/tools/${tool}
+      BINARY_DIR ${CMAKE_BINARY_DIR}/${tool}-host
+      CMAKE_ARGS -DCMAKE_CXX_COMPILER=${ZQ_HOST_CXX} -DCMAKE_BUILD_TYPE=Release
+      INSTALL_COMMAND ""
+      BUILD_ALWAYS ON
+      BUILD_BYPRODUCTS ${program})
+    set(depends ${tool}_host ${program})
+  else()
+    set(program $<TARGET_FILE:${tool}>)
+    set(depends ${tool})
+  endif()
+  add_custom_command(
+    OUTPUT ${dir}/${rc} ${dir}/${table}
+    COMMAND ${program} ${dir} ${ARGN}
+    DEPENDS ${depends}
+    COMMENT "${comment}"
+    VERBATIM)
+  if(WIN32)
+    add_library(${lib} OBJECT ${dir}/${rc})
+  else()
+    add_library(${lib} OBJECT ${dir}/${table})
+    target_link_libraries(${lib} PUBLIC zq_sys)
+    zq_set_warnings(${lib})
+  endif()
+endfunction()

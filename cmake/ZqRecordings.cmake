@@ -6,40 +6,8 @@
 # itself with sys::ResourceTable.
 set(zq_recordings_dir ${CMAKE_BINARY_DIR}/recordings)
 
-if(CMAKE_CROSSCOMPILING)
-  # The generator must run on the build machine: build it with the host's
-  # compiler, as a project of its own.
-  include(ExternalProject)
-  find_program(ZQ_HOST_CXX NAMES c++ g++ clang++ REQUIRED)
-  set(zq_recgen ${CMAKE_BINARY_DIR}/recgen-host/recgen)
-  ExternalProject_Add(recgen_host
-    SOURCE_DIR ${ZQ_ROOT}/tools/recgen
-    BINARY_DIR ${CMAKE_BINARY_DIR}/recgen-host
-    CMAKE_ARGS -DCMAKE_CXX_COMPILER=${ZQ_HOST_CXX} -DCMAKE_BUILD_TYPE=Release
-    INSTALL_COMMAND ""
-    BUILD_ALWAYS ON
-    BUILD_BYPRODUCTS ${zq_recgen})
-  set(zq_recgen_depends recgen_host ${zq_recgen})
-else()
-  set(zq_recgen $<TARGET_FILE:recgen>)
-  set(zq_recgen_depends recgen)
-endif()
-
-add_custom_command(
-  OUTPUT ${zq_recordings_dir}/recordings.rc ${zq_recordings_dir}/RecordingTable.cpp
-  COMMAND ${zq_recgen} ${zq_recordings_dir}
-  DEPENDS ${zq_recgen_depends}
-  COMMENT "Synthesising the recordings"
-  VERBATIM)
-
-if(WIN32)
-  enable_language(RC)
-  add_library(zq_recordings OBJECT ${zq_recordings_dir}/recordings.rc)
-else()
-  add_library(zq_recordings OBJECT ${zq_recordings_dir}/RecordingTable.cpp)
-  target_link_libraries(zq_recordings PUBLIC zq_sys)
-  zq_set_warnings(zq_recordings)
-endif()
+zq_generated_resources(zq_recordings recgen ${zq_recordings_dir} recordings.rc RecordingTable.cpp
+                       "Synthesising the recordings")
 
 # The test programs that look the recordings up.
 foreach(t IN ITEMS test_sys test_zarquette)

@@ -179,14 +179,28 @@ private:
     }
 
     // Moves the buffer pixel d towards the picture pixels (i, j) .. (i + 1,
-    // j + 1) that lie inside src, each by its alpha times its weight.
-    void blend_neighbours(std::uint8_t* d, std::int32_t i, std::int32_t j, const Weights& k, const Rect& src) const
+    // j + 1) that lie inside src, each by its alpha times its weight. Inlined
+    // into the per-pixel loops: the call alone cost a fifth of a knob's pixel.
+    [[gnu::always_inline]] void blend_neighbours(std::uint8_t* d, std::int32_t i, std::int32_t j, const Weights& k,
+                                                 const Rect& src) const
     {
+        int sum[3] = {0, 0, 0};
+        if (src.x1 <= i && i < src.x2 - 1 && src.y1 <= j && j < src.y2 - 1)
+        {
+            // All four inside, as for most of a knob's pixels: no tests.
+            const std::uint8_t* p = this->pixel(i, j);
+            const std::ptrdiff_t down = static_cast<std::ptrdiff_t>(this->_width) * Derived::kBytesPerPixel;
+            add_sample(sum, d, p, k.w00);
+            add_sample(sum, d, p + Derived::kBytesPerPixel, k.w10);
+            add_sample(sum, d, p + down, k.w01);
+            add_sample(sum, d, p + down + Derived::kBytesPerPixel, k.w11);
+            apply_sum(d, sum);
+            return;
+        }
         const bool column0 = src.x1 <= i && i < src.x2;
         const bool column1 = src.x1 - 1 <= i && i < src.x2 - 1;
         const bool row0 = src.y1 <= j && j < src.y2;
         const bool row1 = src.y1 - 1 <= j && j < src.y2 - 1;
-        int sum[3] = {0, 0, 0};
         if (row0 && column0)
         {
             add_sample(sum, d, this->pixel(i, j), k.w00);
@@ -203,6 +217,11 @@ private:
         {
             add_sample(sum, d, this->pixel(i + 1, j + 1), k.w11);
         }
+        apply_sum(d, sum);
+    }
+
+    static void apply_sum(std::uint8_t* d, const int (&sum)[3])
+    {
         for (int c = 0; c < 3; ++c)
         {
             d[c] = static_cast<std::uint8_t>(d[c] + (sum[c] >> 16));

@@ -190,7 +190,10 @@ private:
         return static_cast<int>(std::nearbyint(2.0 * held * 255.0 - 0.5)) >> 1;
     }
 
-    static std::uint8_t fade(int from, int to, int k) { return static_cast<std::uint8_t>(from + (((to - from) * k) >> 8)); }
+    static std::uint8_t fade(int from, int to, int k)
+    {
+        return static_cast<std::uint8_t>(from + (((to - from) * k) >> 8));
+    }
 };
 
 }  // namespace gadu

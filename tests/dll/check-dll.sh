@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Checks a built plug-in DLL without running it: the file format and machine,
 # exactly one export named "main", imports from system DLLs only, and the
-# embedded recordings (WAVE resources in French, language 1036).
+# embedded recordings (WAVE resources in French, language 1036) and the
+# editor's artwork (APIC resources, under their names).
 # Usage: check-dll.sh DLL pe32|pe32+ EXPECTED_WAVE_COUNT
 set -uo pipefail
 dll=$1
@@ -47,7 +48,18 @@ done < <(grep 'DLL Name:' <<<"$private" | awk '{print $3}')
 waves=$(wrestool -l --type=WAVE "$dll" 2>/dev/null | grep -c -- '--language=1036')
 [ "$waves" -eq "$expected_waves" ] || fail "$waves WAVE resources in language 1036, expected $expected_waves"
 
+# wrestool prints every named resource under its type's name, so the APIC
+# names come from objdump's resource directory: type entries are indented by
+# three spaces, name entries below them by five.
+apic_names=$(awk '
+  /^[0-9a-f]+   Entry: name: / { in_apic = ($(NF-2) == "APIC,") }
+  /^[0-9a-f]+     Entry: name: / && in_apic { sub(/,$/, "", $(NF-2)); print $(NF-2) }
+' <<<"$private" | sort | tr '\n' ' ')
+want_apic='ARW_06 BKG FF_01_00 FF_01_01 FONT_03 KN_01_SPN KN_02_SPN KN_03_SPN KN_04_SPN '
+[ "$apic_names" = "$want_apic" ] || fail "APIC resources are '$apic_names', expected '$want_apic'"
+apics=$(wc -w <<<"$apic_names")
+
 if [ "$failures" -eq 0 ]; then
-  echo "OK: $dll ($format, exports main, system imports only, $waves recordings)"
+  echo "OK: $dll ($format, exports main, system imports only, $waves recordings, $apics pictures)"
 fi
 exit $((failures > 0))

@@ -62,6 +62,34 @@ TEST(DrawSubpixelTest, HorizontalQuarterSplitsWeights192And64)
     EXPECT_EQ(row_of(left, 0), (std::vector<std::uint32_t>{grey(63), grey(222), grey(95)}));
 }
 
+TEST(DrawSubpixelTest, DirectAlphaPictureBlendsWithTheSameWeights)
+{
+    // Blue 50, green 100, red 200 at alpha 128, half a pixel left, over blue
+    // 100, green 20, red 250: each buffer pixel takes it with weight 128,
+    // (s - d) x 128 x 128 >> 16, a quarter of the way, floored.
+    const auto bytes = gadu_test::make_apic(1, 24, 1, 1, {}, {50, 100, 200, 128});
+    const auto pic = make(bytes);
+    MemoryRenderingBuffer buffer(3, 1);
+    buffer.fill(0x7FFA1464u);
+    pic->draw_subpixel(-0.5, 0.0, 3, 1, buffer, pic->get_bounds(), 1.0f);
+    EXPECT_EQ(row_of(buffer, 0), (std::vector<std::uint32_t>{0x7FED2857u, 0x7FED2857u, 0x7FFA1464u}));
+}
+
+TEST(DrawSubpixelTest, OpaquePicturesSnapToTheFlooredPixel)
+{
+    const auto bytes = gadu_test::make_apic(0, 8, 2, 1, {0x00102030u, 0x00405060u}, {0, 1});
+    const auto pic = make(bytes);
+    MemoryRenderingBuffer buffer(2, 2);
+    // (0.9, -0.1) floors to (0, -1): picture row 0 lands on buffer row 1.
+    pic->draw_subpixel(0.9, -0.1, 2, 2, buffer, pic->get_bounds(), 0.5f);
+    EXPECT_EQ(row_of(buffer, 1), (std::vector<std::uint32_t>{0x00102030u, 0x00405060u}));
+    pic->draw_add_at(0.9, -0.1, 2, 2, buffer, pic->get_bounds());
+    EXPECT_EQ(row_of(buffer, 1), (std::vector<std::uint32_t>{0x00204060u, 0x0080A0C0u}));
+    pic->draw_multiply_at(0.25, -0.9, 2, 2, buffer, pic->get_bounds());
+    EXPECT_EQ(row_of(buffer, 1), (std::vector<std::uint32_t>{0x00020812u, 0x00203248u}));
+    EXPECT_EQ(row_of(buffer, 0), (std::vector<std::uint32_t>{0u, 0u}));
+}
+
 TEST(DrawSubpixelTest, DiagonalHalfGivesFourEqualWeights)
 {
     const auto bytes = gadu_test::make_apic(1, 8, 2, 2, {0x00FFFFFFu}, {0, 255, 0, 0, 0, 0, 0, 255});
@@ -115,8 +143,10 @@ void fill_gradient(MemoryRenderingBuffer& buffer)
     {
         for (int x = 0; x < buffer.get_width(); ++x)
         {
-            buffer.set_pixel(x, y, 0x55000000u | static_cast<std::uint32_t>(x * 9) << 16 | static_cast<std::uint32_t>(y * 11) << 8
-                                       | static_cast<std::uint32_t>((x * y) % 256));
+            const auto red = static_cast<std::uint32_t>(x * 9);
+            const auto green = static_cast<std::uint32_t>(y * 11);
+            const auto blue = static_cast<std::uint32_t>((x * y) % 256);
+            buffer.set_pixel(x, y, 0x55000000u | red << 16 | green << 8 | blue);
         }
     }
 }
@@ -126,7 +156,9 @@ TEST(DrawSubpixelTest, WholeOffsetsDrawExactlyLikeDraw)
     for (std::int32_t bits : {8, 24})
     {
         Patterned p(bits);
-        for (const auto& [x, y] : std::vector<std::pair<double, double>>{{3.0, 4.0}, {0.0, 0.0}, {-2.0, 1.0}, {3.000000001, -1.0}})
+        const std::vector<std::pair<double, double>> offsets = {
+            {3.0, 4.0}, {0.0, 0.0}, {-2.0, 1.0}, {3.000000001, -1.0}};
+        for (const auto& [x, y] : offsets)
         {
             MemoryRenderingBuffer subpixel(8, 8);
             MemoryRenderingBuffer plain(8, 8);
@@ -134,8 +166,7 @@ TEST(DrawSubpixelTest, WholeOffsetsDrawExactlyLikeDraw)
             fill_gradient(plain);
             // The opacity plays no part at whole offsets.
             p.pic->draw_subpixel(-x, -y, 8, 8, subpixel, p.pic->get_bounds(), 0.3f);
-            p.pic->draw(Rect::of_size(static_cast<std::int64_t>(std::lround(-x)), static_cast<std::int64_t>(std::lround(-y)), 8, 8),
-                        plain, p.pic->get_bounds());
+            p.pic->draw(Rect::of_size(std::lround(-x), std::lround(-y), 8, 8), plain, p.pic->get_bounds());
             for (int by = 0; by < 8; ++by)
             {
                 EXPECT_EQ(row_of(subpixel, by), row_of(plain, by)) << bits << " bits at " << x << ", " << y;
