@@ -10,6 +10,7 @@
 #include "gadu/TimerMessage.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <stdexcept>
 
@@ -182,6 +183,83 @@ void ControlInterface::follow_group(std::int32_t group_x, std::int32_t group_y)
 {
     _x = add_clamped(group_x, _rel_x);
     _y = add_clamped(group_y, _rel_y);
+}
+
+bool ControlInterface::set_value(double value, std::int32_t level)
+{
+    return store_value(value, level, false);
+}
+
+bool ControlInterface::set_value_from_param(double value, std::int32_t level)
+{
+    return store_value(value, level, true);
+}
+
+bool ControlInterface::all_agree(std::int32_t level) const
+{
+    return std::all_of(_listeners.begin(), _listeners.end(),
+                       [level](EventListenerInterface* listener) { return listener->check(level); });
+}
+
+// Values are normalized: a value that is not a number is refused like a
+// listener's refusal, and one outside 0..1 (which no control produces) is
+// pulled back in, so that neither ever reaches a parameter or a drawing.
+bool ControlInterface::store_value(double value, std::int32_t level, bool from_param)
+{
+    const FlagRaiser dispatching(_dispatching);
+    if (std::isnan(value) || !all_agree(level))
+    {
+        return false;
+    }
+    double kept = std::clamp(value, 0.0, 1.0);
+    for (EventListenerInterface* listener : _listeners)
+    {
+        kept = from_param ? listener->value_from_param(kept, level) : listener->value(kept, level);
+    }
+    for (EventListenerInterface* listener : _listeners)
+    {
+        kept = listener->forward(kept, level);
+    }
+    _value = kept;
+    if (_auto_redraw || from_param)
+    {
+        request_redraw();
+    }
+    return true;
+}
+
+void ControlInterface::touch(std::int32_t level)
+{
+    const FlagRaiser dispatching(_dispatching);
+    if (all_agree(level))
+    {
+        for (EventListenerInterface* listener : _listeners)
+        {
+            listener->begin(level);
+        }
+    }
+}
+
+void ControlInterface::release(std::int32_t level)
+{
+    const FlagRaiser dispatching(_dispatching);
+    for (EventListenerInterface* listener : _listeners)
+    {
+        listener->end(level);
+    }
+}
+
+void ControlInterface::set_highlight_state(std::int32_t state, bool on)
+{
+    if (state >= 0 && state < kHighlightStates)
+    {
+        _highlight_states[static_cast<std::size_t>(state)] = on;
+    }
+}
+
+bool ControlInterface::is_highlight_state_on(std::int32_t state) const
+{
+    return state >= 0 && state < kHighlightStates && _highlight_states[static_cast<std::size_t>(state)];
 }
 
 std::int32_t ControlInterface::pass_up(const MessageInterface& message) const

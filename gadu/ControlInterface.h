@@ -8,6 +8,7 @@
 #include "gadu/ShowObject.h"
 #include "gadu/TimerMessage.h"
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -92,6 +93,31 @@ public:
     void set_pressed(bool pressed) { _pressed = pressed; }
     bool is_dispatching() const { return _dispatching; }
 
+    // The value protocol. A control holds one normalized value; the level is
+    // the priority of the change's source, which the listeners weigh.
+    // set_value is a change by the user: every listener must agree (check),
+    // then the value passes through every listener's value and forward hooks.
+    // False when a listener refused; the value stays where it was.
+    bool set_value(double value, std::int32_t level);
+    // A change from the parameter side: the same, but through the hook that
+    // does not write back to the parameter, and always redrawn.
+    bool set_value_from_param(double value, std::int32_t level);
+    // A gesture starts (when every listener agrees) or ends.
+    void touch(std::int32_t level);
+    void release(std::int32_t level);
+    double get_value() const { return _value; }
+    void set_default_value(double value) { _default_value = value; }
+    double get_default_value() const { return _default_value; }
+    // Set by default: every accepted change asks for a redraw.
+    void set_auto_redraw(bool on) { _auto_redraw = on; }
+    bool is_auto_redraw() const { return _auto_redraw; }
+
+    // Highlight states 0 to 3; a control draws the highlight picture of each
+    // state that is on. Other states are off and cannot be switched on.
+    static constexpr std::int32_t kHighlightStates = 4;
+    void set_highlight_state(std::int32_t state, bool on);
+    bool is_highlight_state_on(std::int32_t state) const;
+
 protected:
     // The parent's answer to an up message, or -1 without a parent.
     std::int32_t pass_up(const MessageInterface& message) const;
@@ -100,6 +126,8 @@ private:
     std::int32_t route(const MessageInterface& message);
     std::int32_t click(const MouseClick& message);
     std::int32_t show(const ShowObject& message);
+    bool all_agree(std::int32_t level) const;
+    bool store_value(double value, std::int32_t level, bool from_param);
 
     std::int32_t _x = 0;
     std::int32_t _y = 0;
@@ -113,6 +141,10 @@ private:
     bool _enabled = true;
     bool _visible = false;
     bool _pressed = false;
+    double _value = 0.0;
+    double _default_value = 0.0;
+    bool _auto_redraw = true;
+    std::array<bool, kHighlightStates> _highlight_states{};
 };
 
 }  // namespace gadu

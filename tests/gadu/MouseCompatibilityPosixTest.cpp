@@ -1,0 +1,61 @@
+#include "gadu/MouseCompatibility.h"
+#include "sys/PersistentKeyList.h"
+#include "tests/sys/ScratchKeyStorePosix.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace gadu
+{
+namespace
+{
+
+// Every test of this program works on a scratch key store, the knobs' too.
+::testing::Environment* const store = ::testing::AddGlobalTestEnvironment(new zq_test::ScratchKeyStore);
+
+std::string stored()
+{
+    sys::PersistentKeyList key(MouseCompatibility::kKeyPath, true);
+    std::string text;
+    key.get_string(MouseCompatibility::kValueName, text);
+    return text;
+}
+
+void store_text(const std::string& text)
+{
+    sys::PersistentKeyList key(MouseCompatibility::kKeyPath, true);
+    ASSERT_EQ(key.set_string(MouseCompatibility::kValueName, text), 0);
+}
+
+TEST(MouseCompatibility, ReadsAStoredModeAndRepairsAnythingElse)
+{
+    MouseCompatibility& setting = MouseCompatibility::use_instance();
+    store_text("1");
+    setting.load();
+    EXPECT_EQ(setting.get_mode(), 1);
+    EXPECT_EQ(stored(), "1");
+
+    for (const char* garbage : {"2", "-1", "yes", "", " 1", "1x"})
+    {
+        store_text(garbage);
+        setting.load();
+        EXPECT_EQ(setting.get_mode(), 0) << garbage;
+        EXPECT_EQ(stored(), "0") << garbage;
+    }
+}
+
+TEST(MouseCompatibility, SettingTheModeWritesItAndRefusesOthers)
+{
+    MouseCompatibility& setting = MouseCompatibility::use_instance();
+    EXPECT_EQ(setting.set_mode(1), 0);
+    EXPECT_EQ(stored(), "1");
+    EXPECT_EQ(setting.set_mode(7), -1);
+    EXPECT_EQ(setting.get_mode(), 1);
+    EXPECT_EQ(stored(), "1");
+    EXPECT_EQ(setting.set_mode(0), 0);
+    EXPECT_EQ(stored(), "0");
+}
+
+}  // namespace
+}  // namespace gadu
