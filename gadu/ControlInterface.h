@@ -118,6 +118,11 @@ public:
     void set_highlight_state(std::int32_t state, bool on);
     bool is_highlight_state_on(std::int32_t state) const;
 
+    // What the editor last said about a MIDI controller bound to the control's
+    // parameter (-1: nothing); the toolkit only keeps it for the drawing.
+    void set_learn_state(std::int32_t state) { _learn_state = state; }
+    std::int32_t get_learn_state() const { return _learn_state; }
+
 protected:
     // The parent's answer to an up message, or -1 without a parent.
     std::int32_t pass_up(const MessageInterface& message) const;
@@ -145,6 +150,7 @@ private:
     double _default_value = 0.0;
     bool _auto_redraw = true;
     std::array<bool, kHighlightStates> _highlight_states{};
+    std::int32_t _learn_state = -1;
 };
 
 }  // namespace gadu
