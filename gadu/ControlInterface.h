@@ -112,6 +112,13 @@ public:
     void set_auto_redraw(bool on) { _auto_redraw = on; }
     bool is_auto_redraw() const { return _auto_redraw; }
 
+    // The buttons whose presses start the control's own gestures (all by
+    // default). An editor that keeps a button for itself (a context menu on
+    // the right button) leaves it out: the control then ignores presses of
+    // that button alone, and the listeners still see every click.
+    void set_gesture_buttons(std::int32_t mask) { _gesture_buttons = mask; }
+    bool is_gesture_press(const MouseClick& message) const { return (message.get_buttons() & _gesture_buttons) != 0; }
+
     // Highlight states 0 to 3; a control draws the highlight picture of each
     // state that is on. Other states are off and cannot be switched on.
     static constexpr std::int32_t kHighlightStates = 4;
@@ -149,6 +156,7 @@ private:
     double _value = 0.0;
     double _default_value = 0.0;
     bool _auto_redraw = true;
+    std::int32_t _gesture_buttons = mouse_button::left | mouse_button::right | mouse_button::middle;
     std::array<bool, kHighlightStates> _highlight_states{};
     std::int32_t _learn_state = -1;
 };

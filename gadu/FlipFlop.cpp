@@ -2,7 +2,7 @@
 
 #include "gadu/GraphicMessage.h"
 #include "gadu/MouseMessage.h"
-#include "gadu/OpacityDraw.h"
+#include "gadu/ControlPainter.h"
 #include "gadu/PotBehaviour.h"
 #include "gadu/TimerMessage.h"
 #include "sys/Clock.h"
@@ -39,7 +39,7 @@ void FlipFlop::set_state_picture(std::int32_t state, const Picture& picture)
 {
     if (state >= 0 && state < get_state_count())
     {
-        _states[static_cast<std::size_t>(state)] = State{picture, true};
+        _states[static_cast<std::size_t>(state)] = PresentPicture{picture, true};
     }
 }
 
@@ -103,7 +103,7 @@ void FlipFlop::stop_animation()
 // answer at once.
 std::int32_t FlipFlop::on_mouse_click(const MouseClick& message)
 {
-    if (message.get_buttons() == 0 || !is_enabled())
+    if (!is_gesture_press(message) || !is_enabled())
     {
         return 0;
     }
@@ -145,36 +145,21 @@ std::int32_t FlipFlop::on_redraw(const Redraw& message)
         start_animation(_last_drawn);
     }
     _last_drawn = value;
-    if (!opacity_draw::is_visible(_opacity))
-    {
-        return 0;
-    }
-    RenderingBufferInterface& buffer = *message.use_buffer();
-    const Rect& tile = message.get_region();
-    const double x = std::int64_t{tile.x1} - get_x();
-    const double y = std::int64_t{tile.y1} - get_y();
-    const std::int32_t w = tile.x2 - tile.x1;
-    const std::int32_t h = tile.y2 - tile.y1;
+    const ControlPainter painter(message, *this, _opacity);
     if (has_picture(background))
     {
-        opacity_draw::draw(_background, x, y, w, h, buffer, _opacity);
+        painter.draw(_background);
     }
-    const State& state = _states[static_cast<std::size_t>(get_shown_state())];
+    const PresentPicture& state = _states[static_cast<std::size_t>(get_shown_state())];
     if (state.present)
     {
-        opacity_draw::draw(state.picture, x, y, w, h, buffer, _opacity);
+        painter.draw(state.picture);
     }
     if (has_picture(overlay))
     {
-        opacity_draw::draw(_overlay, x, y, w, h, buffer, _opacity * _overlay_factor);
+        painter.draw(_overlay, 0.0, 0.0, _overlay_factor);
     }
-    for (std::int32_t n = 0; n < kHighlightStates; ++n)
-    {
-        if (is_highlight_state_on(n) && has_highlight_picture(n))
-        {
-            opacity_draw::draw(use_highlight_picture(n), x, y, w, h, buffer, _opacity);
-        }
-    }
+    painter.draw_highlights(*this, *this);
     return 0;
 }
 

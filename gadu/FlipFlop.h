@@ -3,6 +3,7 @@
 #include "gadu/ControlInterface.h"
 #include "gadu/HighlightMixin.h"
 #include "gadu/Picture.h"
+#include "gadu/PresentPicture.h"
 
 #include <cstdint>
 #include <vector>
@@ -50,12 +51,6 @@ public:
     std::int32_t on_notify(const Notify& message) override;
 
 private:
-    struct State
-    {
-        Picture picture;
-        bool present = false;
-    };
-
     static constexpr std::uint32_t kNoTimer = 0xFFFFFFFFu;
     static constexpr float kTimerPeriod = 0.03f;
 
@@ -64,7 +59,7 @@ private:
     void stop_animation();
     bool has_picture(PictureSlot slot) const { return (_picture_flags & slot) != 0; }
 
-    std::vector<State> _states;
+    std::vector<PresentPicture> _states;
     Picture _background;
     Picture _overlay;
     std::uint8_t _picture_flags = 0;

@@ -2,7 +2,7 @@
 
 #include "gadu/GraphicMessage.h"
 #include "gadu/MouseMessage.h"
-#include "gadu/OpacityDraw.h"
+#include "gadu/ControlPainter.h"
 #include "gadu/RectOps.h"
 #include "gadu/TimerMessage.h"
 #include "sys/Clock.h"
@@ -79,7 +79,7 @@ void Knob::set_layer_count(std::int32_t count)
 {
     if (count >= 1)
     {
-        _layers.assign(static_cast<std::size_t>(count), Layer{});
+        _layers.assign(static_cast<std::size_t>(count), PresentPicture{});
     }
 }
 
@@ -87,7 +87,7 @@ void Knob::set_layer_picture(std::int32_t layer, const Picture& picture)
 {
     if (layer >= 0 && static_cast<std::size_t>(layer) < _layers.size())
     {
-        _layers[static_cast<std::size_t>(layer)] = Layer{picture, true};
+        _layers[static_cast<std::size_t>(layer)] = PresentPicture{picture, true};
     }
 }
 
@@ -195,7 +195,7 @@ std::int32_t Knob::invalidate_self()
                                                              : grown(picture.get_hit_rect(), margin));
         }
     }
-    for (const Layer& layer : _layers)
+    for (const PresentPicture& layer : _layers)
     {
         if (layer.present)
         {
@@ -207,20 +207,15 @@ std::int32_t Knob::invalidate_self()
 
 std::int32_t Knob::on_redraw(const Redraw& message)
 {
-    if (!opacity_draw::is_visible(_opacity))
+    const ControlPainter painter(message, *this, _opacity);
+    if (!painter.is_visible())
     {
         return 0;
     }
-    RenderingBufferInterface& buffer = *message.use_buffer();
-    const Rect& tile = message.get_region();
-    const double x = std::int64_t{tile.x1} - get_x();
-    const double y = std::int64_t{tile.y1} - get_y();
-    const std::int32_t w = tile.x2 - tile.x1;
-    const std::int32_t h = tile.y2 - tile.y1;
     const auto draw = [&](PictureSlot slot, double dx, double dy) {
         if (has_picture(slot))
         {
-            opacity_draw::draw(use_picture(slot), x - dx, y - dy, w, h, buffer, _opacity);
+            painter.draw(use_picture(slot), dx, dy);
         }
     };
 
@@ -228,7 +223,7 @@ std::int32_t Knob::on_redraw(const Redraw& message)
     const double angle = get_angle();
     const double offset_x = _pointer_radius * std::cos(angle);
     const double offset_y = -_pointer_radius * std::sin(angle);
-    draw_layer(angle, x, y, w, h, buffer);
+    draw_layer(painter, angle);
     if (!_rotate_body)
     {
         draw(shadow, offset_x - _shadow_x, offset_y - _shadow_y);
@@ -236,16 +231,10 @@ std::int32_t Knob::on_redraw(const Redraw& message)
     }
     else if (has_picture(body))
     {
-        opacity_draw::draw_rotated(use_picture(body), x, y, w, h, angle, buffer, _opacity);
+        painter.draw_rotated(use_picture(body), angle);
     }
     draw(overlay, 0.0, 0.0);
-    for (std::int32_t state = 0; state < kHighlightStates; ++state)
-    {
-        if (is_highlight_state_on(state) && has_highlight_picture(state))
-        {
-            opacity_draw::draw(use_highlight_picture(state), x, y, w, h, buffer, _opacity);
-        }
-    }
+    painter.draw_highlights(*this, *this);
     draw(foreground, 0.0, 0.0);
     if (shows_drag_pointer())
     {
@@ -257,23 +246,31 @@ std::int32_t Knob::on_redraw(const Redraw& message)
 // The angle picks one of the layers, spread evenly over the layer span; the
 // chosen one turns by what is left of the angle within its share, about the
 // middle of the share.
-void Knob::draw_layer(double angle, double x, double y, std::int32_t w, std::int32_t h,
-                      RenderingBufferInterface& buffer) const
+void Knob::draw_layer(const ControlPainter& painter, double angle) const
 {
     const auto count = static_cast<double>(_layers.size());
     const double u = (angle * 0.5 / kPi - _layer_phase) / _layer_span + 0.5 / count;
     const double scaled = (u - std::floor(u)) * count;
+    // A configuration that is not a number picks no layer at all.
+    if (!std::isfinite(scaled))
+    {
+        return;
+    }
     const auto index = static_cast<std::size_t>(std::min(std::floor(scaled), count - 1.0));
-    const Layer& layer = _layers[index];
+    const PresentPicture& layer = _layers[index];
     if (layer.present)
     {
         const double residual = _layer_span / count * (scaled - static_cast<double>(index) - 0.5);
-        opacity_draw::draw_rotated(layer.picture, x, y, w, h, 2.0 * kPi * residual, buffer, _opacity);
+        painter.draw_rotated(layer.picture, 2.0 * kPi * residual);
     }
 }
 
 std::int32_t Knob::on_mouse_click(const MouseClick& message)
 {
+    if (message.get_buttons() != 0 && !is_gesture_press(message))
+    {
+        return 0;
+    }
     const bool was_shown = shows_drag_pointer();
     const std::int32_t result = message.get_buttons() != 0 ? press(message) : release_button();
     follow_pointer(was_shown);
@@ -357,9 +354,20 @@ std::int32_t Knob::on_mouse_move(const MouseMove& message)
     return result;
 }
 
+// The knob's own release lets go of the capture before the loss is reported.
+// A loss while the knob still holds it means the platform took the mouse away
+// (another window, a system dialog): the button's release will go elsewhere,
+// so the gesture ends here, or the parameter would stay held.
 std::int32_t Knob::on_mouse_capture_lost(const MouseCaptureLost& /*message*/)
 {
+    const bool taken_away = _behaviour.holds_capture();
     _behaviour.forget_capture();
+    if (taken_away && _button_down)
+    {
+        const bool was_shown = shows_drag_pointer();
+        release_button();
+        follow_pointer(was_shown);
+    }
     return 0;
 }
 

@@ -2,6 +2,7 @@
 
 #include "gadu/HighlightMixin.h"
 #include "gadu/Picture.h"
+#include "gadu/PresentPicture.h"
 #include "gadu/PotBehaviour.h"
 #include "gadu/PotInterface.h"
 
@@ -11,6 +12,8 @@
 
 namespace gadu
 {
+
+class ControlPainter;
 
 // A rotary control: its body picture turns with the value about its hot spot,
 // which sits on the knob's position (the knob's centre). Dragging turns it
@@ -82,18 +85,11 @@ public:
     std::int32_t on_notify(const Notify& message) override;
 
 private:
-    struct Layer
-    {
-        Picture picture;
-        bool present = false;
-    };
-
     std::int32_t press(const MouseClick& message);
     std::int32_t release_button();
     const Picture& use_picture(PictureSlot slot) const;
     bool has_picture(PictureSlot slot) const { return (_picture_flags & slot) != 0; }
-    void draw_layer(double angle, double x, double y, std::int32_t w, std::int32_t h,
-                    RenderingBufferInterface& buffer) const;
+    void draw_layer(const ControlPainter& painter, double angle) const;
     // Redraws when the drag pointer appeared or went.
     void follow_pointer(bool was_shown);
 
@@ -101,7 +97,7 @@ private:
 
     std::array<Picture, kSlots> _pictures;
     std::uint8_t _picture_flags = 0;
-    std::vector<Layer> _layers;
+    std::vector<PresentPicture> _layers;
     float _layer_phase = 0.0f;
     float _layer_span = 1.0f;
     float _fine_factor = 0.0f;

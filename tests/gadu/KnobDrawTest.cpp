@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace gadu
 {
 namespace
@@ -155,6 +157,30 @@ TEST_F(KnobDrawTest, WithoutTurningTheBodyMovesByThePointerOffset)
     // A quarter turn clockwise: 20 pixels down, still pointing up.
     EXPECT_TRUE(is_white(screen_at(kCx, kCy + 20 - 6)));
     EXPECT_EQ(screen_at(kCx + 20, kCy - 6), gadu_test::kBackgroundColour);
+}
+
+// Layers: two frames over the whole turn, picked by the angle. A broken
+// configuration (angles that are not numbers) draws the body unturned and no
+// layer, instead of indexing the layer list with garbage.
+TEST_F(KnobDrawTest, TheAnglePicksALayerAndABrokenAngleNone)
+{
+    knob.clear_picture(Knob::body);
+    knob.set_layer_count(2);
+    Picture frame(body_pic.get());
+    frame.set_hot_spot(10, 10);
+    knob.set_layer_picture(1, frame);
+    // Value 0 (angle 0) lies in the middle of layer 0, which has no picture.
+    show(0.0);
+    EXPECT_EQ(screen_at(kCx, kCy - 6), gadu_test::kBackgroundColour);
+    // Value 2/3 (half a turn) lies in the middle of layer 1: drawn unturned.
+    show(2.0 / 3.0);
+    EXPECT_TRUE(is_white(screen_at(kCx, kCy - 6)));
+
+    knob.set_layer_count(1);
+    knob.set_body_picture(frame);
+    knob.set_angle(std::numeric_limits<float>::quiet_NaN(), -0.75f);
+    show(0.5);
+    EXPECT_TRUE(is_white(screen_at(kCx, kCy - 6)));
 }
 
 }  // namespace

@@ -364,5 +364,39 @@ TEST_F(KnobMouseTest, MovingSidewaysDuringAJogSetsItsSpeedWhichOutlivesTheReleas
     EXPECT_EQ(knob.use_behaviour().get_state(), PotBehaviour::idle);
 }
 
+TEST_F(KnobMouseTest, AButtonLeftOutOfTheGesturesIsLeftToTheListeners)
+{
+    knob.set_gesture_buttons(mouse_button::left);
+    window.press(kCx, kCy, mouse_button::right);
+    EXPECT_EQ(knob.use_behaviour().get_state(), PotBehaviour::idle);
+    EXPECT_FALSE(window.holds_capture());
+    drag_by(0, -20);
+    window.release(kCx, kCy - 20, mouse_button::right);
+    EXPECT_TRUE(listener.events.empty());
+    EXPECT_TRUE(knob.is_pressed());
+
+    window.press(kCx, kCy, mouse_button::left);
+    EXPECT_EQ(knob.use_behaviour().get_state(), PotBehaviour::drag);
+    window.release(kCx, kCy, mouse_button::left);
+}
+
+TEST_F(KnobMouseTest, LosingTheMouseToAnotherWindowEndsTheGesture)
+{
+    window.press(kCx, kCy, mouse_button::left);
+    drag_by(0, -64);
+    window.take_capture_away();
+    ASSERT_EQ(listener.of("end").size(), 1u);
+    EXPECT_TRUE(window.is_cursor_visible());
+    // The tail settles at level 50 and the behaviour stops: nothing holds the
+    // parameter any more.
+    settle();
+    EXPECT_NEAR(knob.get_value(), 0.25, 1e-9);
+    EXPECT_EQ(knob.use_behaviour().get_state(), PotBehaviour::idle);
+    EXPECT_EQ(listener.of("value").back().level, 50);
+    const std::size_t begins = listener.of("begin").size();
+    wait(1.0);
+    EXPECT_EQ(listener.of("begin").size(), begins);
+}
+
 }  // namespace
 }  // namespace gadu

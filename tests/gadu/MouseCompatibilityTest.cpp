@@ -1,6 +1,5 @@
 #include "gadu/MouseCompatibility.h"
 #include "sys/PersistentKeyList.h"
-#include "tests/sys/ScratchKeyStorePosix.h"
 
 #include <gtest/gtest.h>
 
@@ -10,9 +9,6 @@ namespace gadu
 {
 namespace
 {
-
-// Every test of this program works on a scratch key store, the knobs' too.
-::testing::Environment* const store = ::testing::AddGlobalTestEnvironment(new zq_test::ScratchKeyStore);
 
 std::string stored()
 {
