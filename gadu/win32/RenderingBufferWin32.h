@@ -1,0 +1,45 @@
+#pragma once
+
+#include "gadu/RenderingBufferInterface.h"
+
+#include <windows.h>
+
+#include <cstdint>
+#include <memory>
+
+namespace gadu
+{
+
+// The window's off-screen buffer: a 32-bit top-down section whose pixels the
+// toolkit draws into directly, copied to the window a tile at a time.
+class RenderingBufferWin32 : public RenderingBufferInterface
+{
+public:
+    // Null when the system refuses the section (or the size is not positive).
+    static std::unique_ptr<RenderingBufferWin32> create(HWND window, std::int32_t width, std::int32_t height);
+
+    ~RenderingBufferWin32() override;
+    RenderingBufferWin32(const RenderingBufferWin32&) = delete;
+    RenderingBufferWin32& operator=(const RenderingBufferWin32&) = delete;
+
+    std::uint8_t* pixels() override { return _pixels; }
+
+    // To the paint's device context while one is set, else to the window's own.
+    void blit(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height) override;
+
+    // Set for the duration of a paint; null afterwards.
+    void set_target(HDC dc) { _target = dc; }
+
+private:
+    RenderingBufferWin32(HWND window, HBITMAP section, std::uint8_t* pixels, std::int32_t width,
+                         std::int32_t height);
+
+    void blit_to(HDC dc, std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height) const;
+
+    HWND _window;
+    HBITMAP _section;
+    std::uint8_t* _pixels;
+    HDC _target = nullptr;
+};
+
+}  // namespace gadu

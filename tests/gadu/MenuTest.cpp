@@ -1,0 +1,142 @@
+#include "gadu/KeyboardMessage.h"
+#include "gadu/Menu.h"
+#include "gadu/MenuActionInterface.h"
+#include "gadu/MenuDelimiter.h"
+#include "gadu/MenuItem.h"
+#include "gadu/TextInputRequest.h"
+#include "gadu/TextLineEditorInterface.h"
+
+#include "ProbeControl.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+namespace gadu
+{
+namespace
+{
+
+using gadu_test::Log;
+using gadu_test::ProbeControl;
+
+class CountingAction : public MenuActionInterface
+{
+public:
+    void on_chosen(MenuItem& item) override { chosen.push_back(item.get_label()); }
+    std::vector<std::string> chosen;
+};
+
+TEST(MenuTest, ItemIdsAreNeverZeroAndNeverRepeat)
+{
+    MenuItem first("a");
+    MenuItem second("b");
+    EXPECT_NE(first.get_id(), 0u);
+    EXPECT_GT(second.get_id(), first.get_id());
+}
+
+TEST(MenuTest, FindsItemsInSubmenusAndRunsTheirActions)
+{
+    CountingAction action;
+    Menu menu;
+    MenuItem& top = menu.use_root().add(std::make_unique<MenuItem>("top", &action));
+    menu.use_root().add(std::make_unique<MenuDelimiter>("group"));
+    MenuList& sub = menu.use_root().add(std::make_unique<MenuList>("more"));
+    MenuList& deeper = sub.add(std::make_unique<MenuList>("deeper"));
+    MenuItem& deep = deeper.add(std::make_unique<MenuItem>("deep", &action));
+    MenuItem& silent = sub.add(std::make_unique<MenuItem>("silent"));
+
+    EXPECT_EQ(menu.use_root().find_item(top.get_id()), &top);
+    EXPECT_EQ(menu.use_root().find_item(deep.get_id()), &deep);
+    EXPECT_EQ(menu.use_root().find_item(silent.get_id()), &silent);
+    // 0 is the platform's "nothing chosen"; an id of another menu is unknown here.
+    EXPECT_EQ(menu.use_root().find_item(0), nullptr);
+    MenuItem stranger("stranger");
+    EXPECT_EQ(menu.use_root().find_item(stranger.get_id()), nullptr);
+
+    deep.choose();
+    silent.choose();
+    top.choose();
+    EXPECT_EQ(action.chosen, (std::vector<std::string>{"deep", "top"}));
+    // A menu that is only a model has nothing shown to stop.
+    EXPECT_EQ(menu.stop(), -1);
+}
+
+// The platform's part reduced to what a test can drive: the user's final text
+// arrives through close().
+class FakeLineEditor : public TextLineEditorInterface
+{
+public:
+    std::int32_t start(const TextInputRequest& request) override
+    {
+        begin(request);
+        return 0;
+    }
+    std::int32_t stop() override
+    {
+        if (!is_active())
+        {
+            return -1;
+        }
+        close("", false);
+        return 0;
+    }
+    void close(const std::string& text, bool accepted)
+    {
+        set_accepted(accepted);
+        finish(text);
+    }
+};
+
+TEST(TextLineEditorTest, AnswersTheRequesterOnceWithTheTextCutToItsLimit)
+{
+    Log log;
+    ProbeControl requester("r", log, Rect{0, 0, 1, 1});
+    FakeLineEditor editor;
+    ASSERT_EQ(editor.start(TextInputRequest(&requester, Rect{1, 2, 3, 4}, "initial")), 0);
+    EXPECT_TRUE(editor.is_active());
+    EXPECT_EQ(editor.get_initial_text(), "initial");
+    EXPECT_EQ(editor.get_rect(), (Rect{1, 2, 3, 4}));
+
+    editor.close(std::string(1500, 'x'), true);
+    editor.close("again", false);
+    ASSERT_EQ(log.size(), 1u);
+    EXPECT_EQ(log[0], "r text " + std::string(TextLineEditorInterface::kMaxTextLength, 'x') + " accepted");
+    EXPECT_FALSE(editor.is_active());
+    EXPECT_EQ(editor.stop(), -1);
+}
+
+// A requester that asks again as soon as it hears: the editor must already
+// count as closed by then.
+class AskingAgain : public ProbeControl
+{
+public:
+    AskingAgain(Log& log, FakeLineEditor& editor) : ProbeControl("q", log, Rect{}), _editor(editor) {}
+    std::int32_t on_text_input_finished(const TextInputFinished& m) override
+    {
+        ProbeControl::on_text_input_finished(m);
+        restarted = _editor.start(TextInputRequest(this, Rect{}, "next"));
+        return 0;
+    }
+    std::int32_t restarted = 99;
+
+private:
+    FakeLineEditor& _editor;
+};
+
+TEST(TextLineEditorTest, TheRequesterMayOpenTheNextFieldFromTheAnswer)
+{
+    Log log;
+    FakeLineEditor editor;
+    AskingAgain requester(log, editor);
+    editor.start(TextInputRequest(&requester, Rect{}, "first"));
+    EXPECT_EQ(editor.stop(), 0);
+    EXPECT_EQ(log, Log{"q text  cancelled"});
+    EXPECT_EQ(requester.restarted, 0);
+    EXPECT_TRUE(editor.is_active());
+    EXPECT_EQ(editor.get_initial_text(), "next");
+}
+
+}  // namespace
+}  // namespace gadu
