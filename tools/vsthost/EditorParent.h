@@ -17,12 +17,19 @@ public:
     bool is_open() const { return _window != nullptr; }
     // The native handle to give the plug-in.
     void* use_handle() { return _window; }
+    // Sizes the window so that its client area is width x height.
     void set_size(int width, int height);
     // Delivers pending window messages.
     void pump();
+    // True once the user asked to close the window. The window stays until
+    // destruction, so the host can close the editor inside it first.
+    bool is_close_requested() const { return _close_requested; }
+    // For the window procedure.
+    void request_close() { _close_requested = true; }
 
 private:
     void* _window = nullptr;
+    bool _close_requested = false;
 };
 
 }  // namespace vsthost

@@ -10,10 +10,31 @@ namespace
 
 const char* const class_name = "VsthostEditorParent";
 
+LRESULT CALLBACK parent_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam)
+{
+    if (message == WM_NCCREATE)
+    {
+        SetWindowLongPtrA(window, GWLP_USERDATA,
+                          reinterpret_cast<LONG_PTR>(reinterpret_cast<CREATESTRUCTA*>(lparam)->lpCreateParams));
+    }
+    if (message == WM_CLOSE)
+    {
+        // Destroying the window now would pull the editor's child window
+        // away under the plug-in: the host closes the editor first.
+        auto* parent = reinterpret_cast<EditorParent*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+        if (parent != nullptr)
+        {
+            parent->request_close();
+        }
+        return 0;
+    }
+    return DefWindowProcA(window, message, wparam, lparam);
+}
+
 const char* register_class()
 {
     WNDCLASSA wc{};
-    wc.lpfnWndProc = DefWindowProcA;
+    wc.lpfnWndProc = &parent_proc;
     wc.hInstance = GetModuleHandleA(nullptr);
     wc.lpszClassName = class_name;
     wc.hbrBackground = static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH));
@@ -27,13 +48,14 @@ EditorParent::EditorParent()
 {
     static const char* const registered = register_class();
     _window = CreateWindowExA(0, registered, "vsthost editor", WS_OVERLAPPEDWINDOW | WS_VISIBLE, CW_USEDEFAULT,
-                              CW_USEDEFAULT, 640, 480, nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
+                              CW_USEDEFAULT, 640, 480, nullptr, nullptr, GetModuleHandleA(nullptr), this);
 }
 
 EditorParent::~EditorParent()
 {
     if (_window != nullptr)
     {
+        SetWindowLongPtrA(static_cast<HWND>(_window), GWLP_USERDATA, 0);
         DestroyWindow(static_cast<HWND>(_window));
         pump();
     }

@@ -1,11 +1,14 @@
 #include "EditorValidator.h"
 
 #include "AudioValidator.h"
+#include "EditorLeakCheck.h"
 #include "EditorParent.h"
 #include "HostedPlugin.h"
+#include "PluginLibrary.h"
 #include "ValidationReport.h"
 
 #include <atomic>
+#include <stdexcept>
 #include <chrono>
 #include <string>
 #include <thread>
@@ -78,6 +81,27 @@ void EditorValidator::check_editor()
     _plugin.suspend();
     const std::string suspended = open_and_close();
     _report.expect(suspended.empty(), std::string(check) + " while suspended", suspended.empty() ? "ok" : suspended);
+}
+
+void EditorValidator::check_editor_leaks(const PluginLibrary& library, int cycles)
+{
+    const char* const check = "editor leaks over repeated opening, two instances at once";
+    if (!_plugin.has_editor() || !EditorParent().is_open())
+    {
+        _report.skip(check, "no editor, or no parent window here");
+        return;
+    }
+    try
+    {
+        HostedPlugin second(library);
+        const EditorLeakCheck::Result result =
+            EditorLeakCheck::run({&_plugin, &second}, library.use_module(), cycles, 10);
+        _report.expect(!result.has_leaked(), check, result.get_summary());
+    }
+    catch (const std::runtime_error& e)
+    {
+        _report.fail(check, e.what());
+    }
 }
 
 }  // namespace vsthost

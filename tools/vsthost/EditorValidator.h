@@ -5,6 +5,7 @@ namespace vsthost
 
 class AudioValidator;
 class HostedPlugin;
+class PluginLibrary;
 class ValidationReport;
 
 // Opens and closes the plug-in's editor in a real parent window, once while
@@ -18,6 +19,10 @@ public:
     }
 
     void check_editor();
+    // Opens and closes this instance's editor and a second instance's at
+    // once, cycles times, and fails when window objects or the plug-in's
+    // window class are left behind.
+    void check_editor_leaks(const PluginLibrary& library, int cycles);
 
 private:
     // Opens, idles for a while with messages pumped, closes; "" or the fault.

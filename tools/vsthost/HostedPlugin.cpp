@@ -294,8 +294,8 @@ void HostedPlugin::close_editor()
     }
 }
 
-std::intptr_t HostedPlugin::host_callback(lumo::vst2::AEffect* effect, std::int32_t opcode, std::int32_t,
-                                          std::intptr_t, void* ptr, float)
+std::intptr_t HostedPlugin::host_callback(lumo::vst2::AEffect* effect, std::int32_t opcode, std::int32_t index,
+                                          std::intptr_t value, void* ptr, float opt)
 {
     const auto op = static_cast<HostOp>(opcode);
     HostedPlugin* self = t_loading;
@@ -307,30 +307,49 @@ std::intptr_t HostedPlugin::host_callback(lumo::vst2::AEffect* effect, std::int3
     {
         return 2400;
     }
-    return self != nullptr ? self->answer(op, ptr) : 0;
+    return self != nullptr ? self->answer(op, index, value, ptr, opt) : 0;
 }
 
-std::intptr_t HostedPlugin::answer(HostOp op, void* ptr)
+std::intptr_t HostedPlugin::answer_editor(HostOp op, std::int32_t index, std::intptr_t value, float opt)
 {
+    EditorListenerInterface* const listener = _editor_listener.load();
     switch (op)
     {
     case HostOp::automate:
         ++_requests.automate;
-        return 0;
+        break;
     case HostOp::begin_edit:
         ++_requests.begin_edit;
-        return 1;
+        break;
     case HostOp::end_edit:
         ++_requests.end_edit;
-        return 1;
+        break;
+    default:
+        ++_requests.size_window;
+        // Without a window to resize the request is granted: nothing shows it.
+        return listener == nullptr || listener->size_window(index, static_cast<int>(value)) ? 1 : 0;
+    }
+    if (listener != nullptr)
+    {
+        listener->on_edit_request(op, index, opt);
+    }
+    return op == HostOp::automate ? 0 : 1;
+}
+
+std::intptr_t HostedPlugin::answer(HostOp op, std::int32_t index, std::intptr_t value, void* ptr, float opt)
+{
+    switch (op)
+    {
+    case HostOp::automate:
+    case HostOp::begin_edit:
+    case HostOp::end_edit:
+    case HostOp::size_window:
+        return answer_editor(op, index, value, opt);
     case HostOp::get_time:
         ++_requests.get_time;
         return reinterpret_cast<std::intptr_t>(_transport.use_time_info());
     case HostOp::tempo_at:
         return static_cast<std::intptr_t>(_transport.get_tempo() * 10000.0);
-    case HostOp::size_window:
-        ++_requests.size_window;
-        return 1;
     case HostOp::want_midi:
     case HostOp::need_idle:
     case HostOp::update_display:

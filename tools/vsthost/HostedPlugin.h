@@ -13,6 +13,19 @@ namespace vsthost
 
 class PluginLibrary;
 
+// Where a host with an open editor learns what the plug-in asks of its
+// window and which gestures and automation the editor sends. Called on the
+// thread the plug-in calls from, during the plug-in's call.
+class EditorListenerInterface
+{
+public:
+    virtual ~EditorListenerInterface() = default;
+    // The editor wants this client size; false when the window cannot follow.
+    virtual bool size_window(int width, int height) = 0;
+    // begin_edit, automate (with the value) or end_edit for a parameter.
+    virtual void on_edit_request(lumo::vst2::HostOp op, int index, float value) = 0;
+};
+
 // What the plug-in asked of the host so far; written from any thread.
 struct HostRequests
 {
@@ -97,12 +110,16 @@ public:
     bool get_editor_rect(lumo::vst2::ERect& rect);
     bool open_editor(void* parent);
     void close_editor();
+    bool is_editor_open() const { return _editor_open; }
+    // Null detaches; the listener must outlive the editor it watches.
+    void set_editor_listener(EditorListenerInterface* listener) { _editor_listener = listener; }
 
 private:
     static std::intptr_t LUMO_VST2_CALL host_callback(lumo::vst2::AEffect* effect, std::int32_t opcode,
                                                       std::int32_t index, std::intptr_t value, void* ptr,
                                                       float opt);
-    std::intptr_t answer(lumo::vst2::HostOp op, void* ptr);
+    std::intptr_t answer(lumo::vst2::HostOp op, std::int32_t index, std::intptr_t value, void* ptr, float opt);
+    std::intptr_t answer_editor(lumo::vst2::HostOp op, std::int32_t index, std::intptr_t value, float opt);
 
     lumo::vst2::AEffect* _effect = nullptr;
     std::string _directory;
@@ -112,6 +129,7 @@ private:
     bool _editor_open = false;
     Transport _transport;
     HostRequests _requests;
+    std::atomic<EditorListenerInterface*> _editor_listener{nullptr};
 };
 
 }  // namespace vsthost

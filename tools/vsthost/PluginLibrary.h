@@ -23,6 +23,8 @@ public:
     const std::string& get_path() const { return _path; }
     // The folder that holds the plug-in, as hosts answer the directory request.
     const std::string& get_directory() const { return _directory; }
+    // The platform's handle of the loaded module.
+    void* use_module() const { return _handle; }
 
 private:
     std::string _path;

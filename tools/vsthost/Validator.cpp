@@ -117,7 +117,12 @@ void Validator::run_once(PluginLibrary& library)
     audio.check_automation();
     audio.check_threads();
     audio.check_allocations();
-    EditorValidator(plugin, audio, _report).check_editor();
+    EditorValidator editor(plugin, audio, _report);
+    editor.check_editor();
+    if (_options.level >= 3)
+    {
+        editor.check_editor_leaks(library, _options.scaled(2));
+    }
     // Last: blocks beyond the announced size break the interface's contract,
     // and a plug-in that trusts it may corrupt its memory here.
     audio.check_oversized_blocks();

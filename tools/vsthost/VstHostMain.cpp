@@ -1,14 +1,19 @@
 // vsthost: a command-line VST 2 host for inspecting, rendering, storing and
 // validating plug-ins.
+#include "CompareCommand.h"
+#include "EditorCommand.h"
+#include "EditorStressCommand.h"
 #include "InfoCommand.h"
 #include "PresetCommand.h"
 #include "RenderCommand.h"
+#include "ScreenshotCommand.h"
 #include "ValidateCommand.h"
 
 #include <algorithm>
 #include <exception>
 #include <iostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace
@@ -24,7 +29,31 @@ const char* const usage =
     "  preset save PLUGIN FILE.fxp|FILE.fxb [--program N]\n"
     "  preset load PLUGIN FILE [--ignore-id]\n"
     "  validate PLUGIN [--level 1|2|3] [--rates R,R...] [--blocks B,B...] [--seed N] [--repeats N]\n"
-    "                                   run the validation suite; non-zero exit on any failure\n";
+    "                                   run the validation suite; non-zero exit on any failure\n"
+    "  editor PLUGIN [IN.wav] [--set NAME=TEXT] [--norm NAME=VALUE] [--preset FILE] [--seconds S]\n"
+    "                                   show the editor while audio loops, until its window closes\n"
+    "  screenshot PLUGIN [IN.wav] -o editor.png [--set NAME=TEXT] [--after-ms N] [--before FILE.png]\n"
+    "         [--mouse SCRIPT] [--step-ms N] [--print-params] [--diff OTHER.png] [--settings-first]\n"
+    "                                   capture the editor's window as PNG, optionally after\n"
+    "                                   parameter changes and a mouse script\n"
+    "  editor-stress PLUGIN [--cycles N] [--instances K] [--idle-ms N]\n"
+    "                                   open and close editors repeatedly; non-zero exit on leaks\n"
+    "  compare A.png B.png [--tolerance N]  count changed pixels and box the changed areas\n"
+    "Windows builds only open editors; SCRIPT steps, separated by ';': down X Y, up X Y,\n"
+    "rdown X Y, rup X Y, click X Y, dblclick X Y, move X Y [STEPS], wheel X Y DELTA, wait MS\n";
+
+using Command = int (*)(const std::vector<std::string>& words, std::ostream& out);
+
+const std::pair<const char*, Command> commands[] = {
+    {"info", &vsthost::InfoCommand::run},
+    {"render", &vsthost::RenderCommand::run},
+    {"preset", &vsthost::PresetCommand::run},
+    {"validate", &vsthost::ValidateCommand::run},
+    {"editor", &vsthost::EditorCommand::run},
+    {"screenshot", &vsthost::ScreenshotCommand::run},
+    {"editor-stress", &vsthost::EditorStressCommand::run},
+    {"compare", &vsthost::CompareCommand::run},
+};
 
 }  // namespace
 
@@ -34,21 +63,12 @@ int main(int argc, char** argv)
     const std::string command = argc > 1 ? argv[1] : "";
     try
     {
-        if (command == "info")
+        for (const auto& [name, run] : commands)
         {
-            return vsthost::InfoCommand::run(words, std::cout);
-        }
-        if (command == "render")
-        {
-            return vsthost::RenderCommand::run(words, std::cout);
-        }
-        if (command == "preset")
-        {
-            return vsthost::PresetCommand::run(words, std::cout);
-        }
-        if (command == "validate")
-        {
-            return vsthost::ValidateCommand::run(words, std::cout);
+            if (command == name)
+            {
+                return run(words, std::cout);
+            }
         }
         std::cerr << usage;
         return command == "help" || command == "--help" ? 0 : 2;

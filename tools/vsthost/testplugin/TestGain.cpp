@@ -154,6 +154,7 @@ std::intptr_t TestGain::dispatch(PluginOp op, std::int32_t index, std::intptr_t 
     case PluginOp::edit_get_rect:
     case PluginOp::edit_open:
     case PluginOp::edit_close:
+    case PluginOp::edit_idle:
         return dispatch_editor(op, ptr);
     default:
         return dispatch_text(op, index, static_cast<char*>(ptr));
@@ -207,10 +208,40 @@ std::intptr_t TestGain::dispatch_editor(PluginOp op, void* ptr)
         return 1;
     case PluginOp::edit_open:
         return _editor.open(ptr) ? 1 : 0;
+    case PluginOp::edit_idle:
+        _editor.idle();
+        return 1;
     default:
         _editor.close();
         return 1;
     }
+}
+
+float TestGain::get_default(std::int32_t index)
+{
+    return index == 0 ? to_norm_db(0.0) : 0.0f;
+}
+
+void TestGain::edit_param(std::int32_t index, float value)
+{
+    set_param(index, value);
+    call_host(lumo::vst2::HostOp::automate, index, 0, get_param(index));
+}
+
+bool TestGain::resize_editor(int width, int height)
+{
+    if (call_host(lumo::vst2::HostOp::size_window, width, height, 0.0f) == 0)
+    {
+        return false;
+    }
+    _rect.right = static_cast<std::int16_t>(width);
+    _rect.bottom = static_cast<std::int16_t>(height);
+    return true;
+}
+
+std::intptr_t TestGain::call_host(lumo::vst2::HostOp op, std::int32_t index, std::intptr_t value, float opt)
+{
+    return _host != nullptr ? _host(&_effect, static_cast<std::int32_t>(op), index, value, nullptr, opt) : 0;
 }
 
 float TestGain::get_param(std::int32_t index)
@@ -307,11 +338,8 @@ void TestGain::ask_host_time()
 {
     // Exercises the host's time callback the way tempo-synced effects do; the
     // gain itself does not follow the tempo.
-    if (_host != nullptr)
-    {
-        _host(&_effect, static_cast<std::int32_t>(lumo::vst2::HostOp::get_time), 0,
-              lumo::vst2::time_info_flags::tempo_valid | lumo::vst2::time_info_flags::ppq_pos_valid, nullptr, 0.0f);
-    }
+    call_host(lumo::vst2::HostOp::get_time, 0,
+              lumo::vst2::time_info_flags::tempo_valid | lumo::vst2::time_info_flags::ppq_pos_valid, 0.0f);
 }
 
 void TestGain::process_replacing_proc(lumo::vst2::AEffect* effect, float** inputs, float** outputs,

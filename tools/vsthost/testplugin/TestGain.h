@@ -29,6 +29,16 @@ public:
 
     lumo::vst2::AEffect* use_effect() { return &_effect; }
 
+    // For the editor, on the host's GUI thread: the values it draws, and a
+    // user's gesture, which reaches both the parameter and the host.
+    float get_param(std::int32_t index);
+    static float get_default(std::int32_t index);
+    void begin_edit(std::int32_t index) { call_host(lumo::vst2::HostOp::begin_edit, index, 0, 0.0f); }
+    void edit_param(std::int32_t index, float value);
+    void end_edit(std::int32_t index) { call_host(lumo::vst2::HostOp::end_edit, index, 0, 0.0f); }
+    // Tells the host the editor's new size; false when the host cannot follow.
+    bool resize_editor(int width, int height);
+
 private:
     struct Program
     {
@@ -52,7 +62,7 @@ private:
     std::intptr_t dispatch_editor(lumo::vst2::PluginOp op, void* ptr);
 
     Program& use_current() { return _programs[static_cast<std::size_t>(_current.load())]; }
-    float get_param(std::int32_t index);
+    std::intptr_t call_host(lumo::vst2::HostOp op, std::int32_t index, std::intptr_t value, float opt);
     void set_param(std::int32_t index, float value);
     void get_display(std::int32_t index, char* text);
     bool parse_text(std::int32_t index, const char* text);
@@ -71,9 +81,8 @@ private:
     std::array<Program, program_count> _programs;
     std::atomic<int> _current{0};
     std::vector<std::uint8_t> _chunk;
-    TestGainEditor _editor;
-    lumo::vst2::ERect _rect{0, 0, static_cast<std::int16_t>(TestGainEditor::get_height()),
-                            static_cast<std::int16_t>(TestGainEditor::get_width())};
+    TestGainEditor _editor{*this};
+    lumo::vst2::ERect _rect{0, 0, TestGainEditor::height, TestGainEditor::width};
     double _sample_rate = 44100.0;
 };
 

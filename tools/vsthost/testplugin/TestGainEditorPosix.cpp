@@ -20,4 +20,8 @@ void TestGainEditor::close()
 {
 }
 
+void TestGainEditor::idle()
+{
+}
+
 }  // namespace testgain

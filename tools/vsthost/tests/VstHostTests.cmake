@@ -54,13 +54,71 @@ vsthost_e2e(preset_wrong_kind "stores a chunk but the plug-in uses parameters" F
 # parent window for the editor under a virtual X server when one is there.
 find_program(vsthost_xvfb_run xvfb-run)
 if(CMAKE_CROSSCOMPILING AND vsthost_xvfb_run)
-  add_test(NAME vsthost_validate
-    COMMAND ${vsthost_xvfb_run} -a ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE_NAME:vsthost> validate ${gain}
-    WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
-  set_tests_properties(vsthost_validate PROPERTIES ENVIRONMENT "${vsthost_env}" LABELS e2e
-    PASS_REGULAR_EXPRESSION "PASS  editor open and close while suspended.*\n[1-9][0-9]* passed, 0 failed")
+  # vsthost_gui_e2e(NAME PASS_REGEX args...): a run that opens windows, on the
+  # caller's display or a virtual one. Virtual servers started at once may
+  # pick the same display number, so these tests take turns. A mouse script
+  # separates its steps with $<SEMICOLON>, as a plain one would split the
+  # argument.
+  function(vsthost_gui_e2e name regex)
+    add_test(NAME vsthost_${name}
+      COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/tests/with-display.sh ${CMAKE_CROSSCOMPILING_EMULATOR}
+        $<TARGET_FILE_NAME:vsthost> ${ARGN}
+      WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
+    set_tests_properties(vsthost_${name} PROPERTIES ENVIRONMENT "${vsthost_env}" LABELS "e2e;gui"
+      PASS_REGULAR_EXPRESSION "${regex}" RESOURCE_LOCK vsthost_display)
+  endfunction()
+  vsthost_gui_e2e(validate "PASS  editor open and close while suspended.*\n[1-9][0-9]* passed, 0 failed"
+    validate ${gain})
 else()
   vsthost_e2e(validate "\n[1-9][0-9]* passed, 0 failed" ARGS validate ${gain})
 endif()
 vsthost_e2e(validate_params_strict "\n[1-9][0-9]* passed, 0 failed" ARGS validate ${params} --level 3 --seed 7
   --rates 44100,96000 --blocks 16,512)
+
+# The editor commands. Editors open only in the Windows build.
+if(CMAKE_CROSSCOMPILING AND vsthost_xvfb_run)
+  set(leaky $<TARGET_FILE_NAME:vsthost_testgain_leaky>)
+  add_dependencies(test_vsthost vsthost_testgain_leaky)
+  # Setting parameters while the editor is open redraws exactly the gain bar's
+  # end (from 0 dB to +6 dB) and the phase lamp: 19 x 40 + 50 x 30 pixels.
+  vsthost_gui_e2e(screenshot_set
+    "editor 240x120\ncaptured 240x120 to e2e-set-before.png\ncaptured 240x120 to e2e-set.png\n.*audio blocks processed during the session: [1-9][0-9]*\n.*: changed pixels: 2260\nchanged box: x 193 y 20 w 19 h 40\nchanged box: x 10 y 75 w 50 h 30\n"
+    screenshot ${gain} -o e2e-set.png --before e2e-set-before.png --set Gain=6 --set Phase=Inverted
+    --diff e2e-set-before.png)
+  # A drag in the bar is one gesture: begin, automation on every move, end.
+  vsthost_gui_e2e(screenshot_drag
+    "param 0 \"Gain\" = 0.750000 \"-6.00\"\n.*edits seen by the host: 8\n  begin edit 0\n  automate 0: 6 times, last 0.75\n  end edit 0\n"
+    screenshot ${gain} -o e2e-drag.png --mouse "down 50 40$<SEMICOLON> move 175 40 5$<SEMICOLON> up 175 40" --print-params)
+  # A double click restores the default; the click before it already moved the gain.
+  vsthost_gui_e2e(screenshot_double_click
+    "param 0 \"Gain\" = 0.833333 \"-?0.00\".*  automate 0: 1 time, last 0.409091\n  end edit 0\n  begin edit 0\n  automate 0: 1 time, last 0.833333\n  end edit 0\n"
+    screenshot ${gain} -o e2e-dblclick.png --set Gain=-30 --mouse "dblclick 100 40" --print-params)
+  # A click on the lamp flips the phase; a right click makes the editor ask
+  # for a taller window, which the capture shows.
+  vsthost_gui_e2e(screenshot_lamp_and_resize
+    "editor 240x120\ncaptured 240x180 to e2e-resize.png.*param 1 \"Phase\" = 1.000000 \"Inverted\""
+    screenshot ${gain} -o e2e-resize.png --mouse "click 30 90$<SEMICOLON> rdown 200 100$<SEMICOLON> rup 200 100" --print-params)
+  # A click where there is no control changes neither pixels nor parameters.
+  vsthost_gui_e2e(screenshot_click_outside
+    "edits seen by the host: 0\nagainst e2e-outside-before.png: no pixels changed\n"
+    screenshot ${gain} -o e2e-outside.png --before e2e-outside-before.png --mouse "click 150 100" --print-params
+    --diff e2e-outside-before.png)
+  vsthost_gui_e2e(editor_timed
+    "editor 240x120 open; close its window to stop\neditor thread CPU: [0-9.]+ s in [0-9.]+ s \\([0-9.]+ % of one core\\)\nprocess CPU: .*\neditor closed after the time given; [1-9][0-9]* audio blocks processed"
+    editor ${gain} --seconds 1 --set Gain=-6)
+  vsthost_gui_e2e(editor_stress
+    "at once 201 times\n.*unregistered after the last window closed\nresult: nothing leaked"
+    editor-stress ${gain} --cycles 200 --instances 2 --idle-ms 10)
+  # The checks themselves find leaks: the leaky editor fails them all.
+  vsthost_gui_e2e(editor_stress_finds_leaks
+    "GDI objects: [0-9]+ before, [0-9]+ after\n.*still registered after the last window closed\nresult: LEAK"
+    editor-stress ${leaky} --cycles 5)
+  vsthost_gui_e2e(validate_editor_leaks
+    "PASS  editor leaks over repeated opening, two instances at once: 21 rounds of 2 editors.*\n[1-9][0-9]* passed, 0 failed"
+    validate ${gain} --level 3 --rates 44100 --blocks 512)
+  vsthost_gui_e2e(validate_finds_editor_leaks
+    "FAIL  editor leaks over repeated opening, two instances at once: .*window class left registered\n.*\n[1-9][0-9]* passed, 1 failed"
+    validate ${leaky} --level 3 --rates 44100 --blocks 512)
+else()
+  vsthost_e2e(screenshot_without_windows "the plug-in has no editor" ARGS screenshot ${gain} -o e2e-none.png)
+endif()

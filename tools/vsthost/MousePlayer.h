@@ -1,0 +1,32 @@
+#pragma once
+
+#include "MouseScript.h"
+
+namespace vsthost
+{
+
+// Plays the mouse actions of a script into an editor as the window system's
+// own messages, posted to the deepest visible child window under the point
+// (or to the window that holds the mouse capture, as the system does), with
+// the button state a real mouse would give. The caller delivers them by
+// pumping messages; waits are the caller's business too.
+class MousePlayer
+{
+public:
+    // window: the host's top-level window, whose client area the script's
+    // coordinates are in.
+    explicit MousePlayer(void* window) : _window(window) {}
+
+    void play(const MouseScript::Step& step);
+
+private:
+    void post_button(unsigned message, int x, int y);
+    void post_at(unsigned message, int x, int y, unsigned extra_state);
+    unsigned get_key_state() const;
+
+    void* _window;
+    bool _left = false;
+    bool _right = false;
+};
+
+}  // namespace vsthost
