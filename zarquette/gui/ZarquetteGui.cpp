@@ -1,6 +1,7 @@
 #include "zarquette/gui/ZarquetteGui.h"
 
 #include "gadu/ShowObject.h"
+#include "gadu/TimerMessage.h"
 #include "gadu/WindowInterface.h"
 #include "lumo/DspInterface.h"
 #include "lumo/HostGuiInterface.h"
@@ -103,6 +104,9 @@ bool ZarquetteGui::build()
         _hidden.push_back(std::make_unique<gadu::Knob>());
         bind_control(i, *_hidden.back(), *_listeners.back());
     }
+    _inbox.set_up(
+        _nbr_param, [this](int index, std::int32_t level) { apply_param(index, level); },
+        [this](int index, std::int32_t state) { apply_learn(index, state); });
     _master.host = _host.get();
     _master.meta_controls = _meta.data();
     _master.dsp = _dsp;
@@ -148,6 +152,8 @@ int ZarquetteGui::open(void* parent)
     }
     const bool resizable = _host != nullptr && _host->get_setting_num("can_resize_window") != 0.0;
     _window->set_resizable(resizable);
+    // What waits in the inbox stays: a parameter the host holds refuses the
+    // refresh's low level, and the waiting change brings the host's level.
     for (lumo::MetaControl& meta : _meta)
     {
         if (const lumo::NormalizedParamInterface* param = meta.use_param())
@@ -163,6 +169,8 @@ int ZarquetteGui::open(void* parent)
         const gadu::ShowObject show(true);
         _background.dispatch_down(show);
         _controls.dispatch_down(show);
+        // Often enough that automation looks smooth, seldom enough to cost nothing.
+        _window->handle_message(gadu::SetTimer(&_inbox, 0.02f, _inbox_timer));
     }
     return result;
 }
@@ -186,11 +194,32 @@ void ZarquetteGui::close_window()
     _open = false;
 }
 
+// Any thread may change a parameter: the control follows on the editor's
+// thread, at the inbox's next take (or at the next open, which reads every
+// parameter).
 void ZarquetteGui::param_changed(int index, float value, int level)
 {
     // A normalized value is never NaN; one that is would poison the control's
     // drag arithmetic, so the control keeps what it shows.
-    if (lumo::MetaControl* meta = use_meta_control(index); meta != nullptr && !std::isnan(value))
+    if (!std::isnan(value))
+    {
+        _inbox.post_param(index, level);
+    }
+}
+
+// The control takes the parameter's latest value. One the control shows
+// already (the echo of the user's own gesture) changes nothing, so that a
+// late echo never pulls a knob back while it is dragged.
+void ZarquetteGui::apply_param(int index, std::int32_t level)
+{
+    lumo::MetaControl* meta = use_meta_control(index);
+    const lumo::NormalizedParamInterface* param = meta != nullptr ? meta->use_param() : nullptr;
+    if (param == nullptr)
+    {
+        return;
+    }
+    const double value = param->get_norm();
+    if (static_cast<float>(meta->use_control()->get_value()) != static_cast<float>(value))
     {
         meta->update(value, level);
     }
@@ -205,6 +234,11 @@ void ZarquetteGui::set_tempo(float /*bpm*/)
 }
 
 void ZarquetteGui::midi_learn_changed(int index, int state)
+{
+    _inbox.post_learn(index, state);
+}
+
+void ZarquetteGui::apply_learn(int index, std::int32_t state)
 {
     if (lumo::MetaControl* meta = use_meta_control(index))
     {

@@ -10,6 +10,7 @@
 #include "lumo/gui/ListenerBase.h"
 #include "lumo/gui/MetaControl.h"
 #include "zarquette/gui/GuiEffect.h"
+#include "zarquette/gui/ParamInbox.h"
 
 #include <memory>
 #include <vector>
@@ -64,6 +65,8 @@ public:
     // Null before the screen is built or for an index without a parameter.
     lumo::MetaControl* use_meta_control(int index);
     GuiEffect& use_effect_part() { return _effect; }
+    // Changes from other threads wait here for the editor's thread.
+    ParamInbox& use_inbox() { return _inbox; }
 
     // For the screen's parts: binds the control and its listener to the
     // parameter and makes them the ones its changes reach.
@@ -73,6 +76,8 @@ private:
     bool build();
     bool is_param(int index) const { return index >= 0 && index < _nbr_param; }
     void close_window();
+    void apply_param(int index, std::int32_t level);
+    void apply_learn(int index, std::int32_t state);
     void detach_window();
 
     std::unique_ptr<lumo::HostGuiInterface> _host;
@@ -88,6 +93,8 @@ private:
     GuiEffect _effect;
     gadu::BackgroundItem _background;
     gadu::CtrlGroupItem _controls;
+    ParamInbox _inbox;
+    std::uint32_t _inbox_timer = 0;
     bool _built = false;
     bool _open = false;
 };

@@ -84,6 +84,14 @@ protected:
         window.paint();
     }
 
+    // As the adapter does with an accepted change from the host, from any
+    // thread; the editor's thread takes it at its next timer tick.
+    void automate(int index, float value)
+    {
+        dsp.use_param(index).set_norm_value(value);
+        gui.param_changed(index, value, 100);
+    }
+
     std::vector<std::uint8_t> pixels() const
     {
         const gadu::MemoryRenderingBuffer* screen = window.use_screen();
@@ -230,9 +238,9 @@ TEST_F(Editor, HostAutomationWhileOpenRedrawsOnlyTheBoundKnob)
 {
     open();
     const auto before = pixels();
-    dsp.use_param(kBof).set_norm_value(0.8f);
-    gui.param_changed(kBof, 0.8f, 100);
-    window.paint();
+    automate(kBof, 0.8f);
+    EXPECT_TRUE(window.paint().is_empty());
+    wait(0.03);
     const auto changes = count_changes(before, pixels(), gadu::Rect{294 - 40, 226 - 40, 294 + 40, 226 + 40});
     EXPECT_GT(changes.first, 100);
     EXPECT_EQ(changes.second, 0);
@@ -244,10 +252,9 @@ TEST_F(Editor, AutomationWhileClosedShowsAtTheNextOpen)
     open();
     const auto at_zero = pixels();
     gui.close();
-    gui.param_changed(kBof, 0.6f, 100);
-    EXPECT_DOUBLE_EQ(gui.use_effect_part().use_knob(0).get_value(), 0.6f);
-    dsp.use_param(kBof).set_norm_value(0.6f);
+    automate(kBof, 0.6f);
     open();
+    EXPECT_DOUBLE_EQ(gui.use_effect_part().use_knob(0).get_value(), 0.6f);
     const auto changes = count_changes(at_zero, pixels(), gadu::Rect{254, 186, 334, 266});
     EXPECT_GT(changes.first, 100);
     EXPECT_EQ(changes.second, 0);
@@ -256,8 +263,9 @@ TEST_F(Editor, AutomationWhileClosedShowsAtTheNextOpen)
 TEST_F(Editor, TempoChangesOnlyTouchTheHiddenControl)
 {
     open();
-    dsp.use_param(0).set_norm_value(0.5f);
-    gui.param_changed(0, 0.5f, 100);
+    automate(0, 0.5f);
+    gui.use_inbox().take();
+    EXPECT_DOUBLE_EQ(gui.use_meta_control(0)->use_control()->get_value(), 0.5f);
     EXPECT_TRUE(window.paint().is_empty());
     dsp.use_param(0).set_norm_value(0.7f);
     gui.set_tempo(0.0f);
@@ -267,25 +275,26 @@ TEST_F(Editor, TempoChangesOnlyTouchTheHiddenControl)
 TEST_F(Editor, NuclearPowerShowsItsSecondStateFromOneHalfOn)
 {
     open();
-    gui.param_changed(kNuke, 0.49f, 100);
-    window.paint();
+    automate(kNuke, 0.49f);
     wait(0.2);
     EXPECT_EQ(gui.use_effect_part().use_switch().get_shown_state(), 0);
-    gui.param_changed(kNuke, 0.5f, 100);
-    window.paint();
+    automate(kNuke, 0.5f);
     wait(0.2);
-    window.paint();
     EXPECT_EQ(gui.use_effect_part().use_switch().get_shown_state(), 1);
 }
 
 TEST_F(Editor, IllegalParameterSideCallsChangeNothing)
 {
     open();
-    gui.param_changed(kBof, 0.3f, 100);
+    automate(kBof, 0.3f);
+    wait(0.03);
+    dsp.use_param(kBof).set_norm_value(0.9f);
     gui.param_changed(kBof, std::numeric_limits<float>::quiet_NaN(), 100);
     gui.param_changed(17, 0.9f, 100);
     gui.param_changed(-1, 0.9f, 100);
     gui.midi_learn_changed(42, 1);
+    gui.midi_learn_changed(-3, 1);
+    wait(0.03);
     EXPECT_DOUBLE_EQ(gui.use_effect_part().use_knob(0).get_value(), 0.3f);
 }
 
@@ -294,6 +303,8 @@ TEST_F(Editor, MidiLearnStatesAreKeptByTheBoundControlAndRedrawIt)
     open();
     EXPECT_EQ(gui.use_effect_part().use_knob(1).get_learn_state(), -1);
     gui.midi_learn_changed(2, 1);
+    EXPECT_EQ(gui.use_effect_part().use_knob(1).get_learn_state(), -1);
+    gui.use_inbox().take();
     EXPECT_EQ(gui.use_effect_part().use_knob(1).get_learn_state(), 1);
     EXPECT_FALSE(window.get_dirty().is_empty());
 }

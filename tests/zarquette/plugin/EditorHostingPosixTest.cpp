@@ -10,7 +10,6 @@
 #include "sys/ClockPin.h"
 #include "zarquette/gui/ZarquetteGui.h"
 
-#include <cstring>
 
 namespace
 {
@@ -107,14 +106,18 @@ TEST_F(EditorHosting, AutomationRedrawsTheKnobWhileOpenAndWaitsForTheNextOpenWhi
     open_editor();
     const auto at_zero = screen();
     effect->set_parameter(effect, kBof, 0.7f);
-    window().paint();
+    wait(0.03);
     EXPECT_NE(screen(), at_zero);
     EXPECT_DOUBLE_EQ(gui().use_effect_part().use_knob(0).get_value(), 0.7f);
     dispatch(PluginOp::edit_close);
 
     effect->set_parameter(effect, kBof, 0.0f);
-    EXPECT_DOUBLE_EQ(gui().use_effect_part().use_knob(0).get_value(), 0.0);
     open_editor();
+    wait(0.03);
+    EXPECT_DOUBLE_EQ(gui().use_effect_part().use_knob(0).get_value(), 0.0);
+    // Compared as whole-screen paints, as the first picture was made: a turned
+    // picture's edge pixels may differ by the tile a partial paint starts at.
+    window().paint_all();
     EXPECT_EQ(screen(), at_zero);
     dispatch(PluginOp::edit_close);
 }
