@@ -30,7 +30,7 @@ if(TARGET artsheet)
 endif()
 
 # The test programs that look the artwork up.
-foreach(t IN ITEMS test_artgen test_gadu)
+foreach(t IN ITEMS test_artgen test_gadu test_zarquette_gui test_zarquette_gui_stress)
   if(TARGET ${t})
     target_link_libraries(${t} PRIVATE zq_artwork)
   endif()

@@ -10,7 +10,7 @@ zq_generated_resources(zq_recordings recgen ${zq_recordings_dir} recordings.rc R
                        "Synthesising the recordings")
 
 # The test programs that look the recordings up.
-foreach(t IN ITEMS test_sys test_zarquette)
+foreach(t IN ITEMS test_sys test_zarquette test_zarquette_gui test_zarquette_gui_stress)
   if(TARGET ${t})
     target_link_libraries(${t} PRIVATE zq_recordings)
   endif()

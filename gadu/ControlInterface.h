@@ -125,6 +125,11 @@ public:
     void set_highlight_state(std::int32_t state, bool on);
     bool is_highlight_state_on(std::int32_t state) const;
 
+    // What the editor last said about a MIDI controller bound to the control's
+    // parameter (-1: nothing); the toolkit only keeps it for the drawing.
+    void set_learn_state(std::int32_t state) { _learn_state = state; }
+    std::int32_t get_learn_state() const { return _learn_state; }
+
 protected:
     // The parent's answer to an up message, or -1 without a parent.
     std::int32_t pass_up(const MessageInterface& message) const;
@@ -153,6 +158,7 @@ private:
     bool _auto_redraw = true;
     std::int32_t _gesture_buttons = mouse_button::left | mouse_button::right | mouse_button::middle;
     std::array<bool, kHighlightStates> _highlight_states{};
+    std::int32_t _learn_state = -1;
 };
 
 }  // namespace gadu

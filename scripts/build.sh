@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # The main job: install what is missing, build every configuration, then render
 # the host tool's built-in demo (an 8-bar drum and bass loop at 120 BPM)
-# through the real Windows plug-in under wine64, into build/demo/zarquette-demo.wav.
+# through the real Windows plug-in under wine64, into build/demo/zarquette-demo.wav,
+# and capture the plug-in's editor in a window on a virtual display, into
+# build/demo/zarquette-editor.png.
 set -euo pipefail
 source "$(dirname "$0")/common.sh"
 
@@ -19,6 +21,13 @@ echo "== render the demo through Zarquette_vst2win64.dll under wine64"
   -o ../demo/zarquette-demo.wav --set Gauloises=70 --set Oignons=55 --set Bof=40 \
   --set "Vin Rouge=35" --set "Nuclear Power=OUI" 2> >(grep -v -E 'ALSA|^wine: ' >&2))
 
+echo "== capture the editor of Zarquette_vst2win64.dll under wine64"
+(cd build/win64 && ZQ_WINEPREFIX="$root/build/win64/.wineprefix" \
+  "$root/tools/vsthost/tests/with-display.sh" "$root/cmake/wine-run.sh" tools/vsthost/vsthost.exe \
+  screenshot Zarquette_vst2win64.dll -o ../demo/zarquette-editor.png --set Gauloises=70 --set Oignons=55 \
+  --set Bof=40 --set "Vin Rouge=35" --set "Nuclear Power=OUI" --after-ms 500 \
+  2> >(grep -v -E 'ALSA|^wine: |X connection' >&2))
+
 echo
 echo "Built:"
 echo "  build/win32/Zarquette_vst2win.dll     the plug-in for 32-bit Windows hosts (the product)"
@@ -26,3 +35,4 @@ echo "  build/win64/Zarquette_vst2win64.dll   the same plug-in for 64-bit Window
 echo "  build/native/Zarquette_vst2linux.so   the same plug-in for Linux hosts (tests)"
 echo "  build/*/tools/vsthost/vsthost[.exe]   the VST 2 host tool (info, render, preset, validate)"
 echo "Demo: build/demo/zarquette-demo.wav"
+echo "Editor: build/demo/zarquette-editor.png"

@@ -1,5 +1,6 @@
 #include "lumo/vst2/Vst2WinPlugin.h"
 
+#include "gadu/WindowInterface.h"
 #include "lumo/TextCompare.h"
 #include "lumo/midi/MciMidiApi.h"
 #include "lumo/midi/MidiDevSelDispatcher.h"
@@ -28,6 +29,14 @@ Vst2WinPlugin::Vst2WinPlugin(vst2::HostCallback host, DspInterface* dsp, GuiInte
     }
     _thread->set_handler(&_container);
     _thread->start();
+    if (gui != nullptr)
+    {
+        if (std::unique_ptr<gadu::WindowInterface> window = create_editor_window())
+        {
+            _editor_host = new Vst2WinEditor(this, *gui, std::move(window));
+            set_editor(_editor_host);
+        }
+    }
 }
 
 Vst2WinPlugin::~Vst2WinPlugin()
@@ -54,6 +63,25 @@ int Vst2WinPlugin::on_idle()
         _gesture.process();
     }
     return 1;
+}
+
+void Vst2WinPlugin::post_tempo(float bpm)
+{
+    if (_editor_host != nullptr)
+    {
+        _editor_host->post_tempo(bpm);
+    }
+}
+
+// The host's window has changed size: the editor's own window follows.
+void Vst2WinPlugin::resize_editor_window(int width, int height)
+{
+    if (_editor_host != nullptr)
+    {
+        gadu::WindowInterface& window = _editor_host->use_window();
+        window.set_window_size(width, height);
+        window.resize();
+    }
 }
 
 int Vst2WinPlugin::start_bkg_task()

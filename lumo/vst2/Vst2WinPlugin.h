@@ -5,6 +5,7 @@
 #include "lumo/vst2/BkgThreadHandlerInterface.h"
 #include "lumo/midi/MciMidiDevSelComp.h"
 #include "lumo/vst2/Vst2Plugin.h"
+#include "lumo/vst2/Vst2WinEditor.h"
 
 #include <atomic>
 #include <memory>
@@ -37,11 +38,17 @@ public:
     ~Vst2WinPlugin() override;
 
     int on_idle() override;
+    void resize_editor_window(int width, int height) override;
+    // Null when the plug-in has no editor.
+    Vst2WinEditor* use_editor_host() const { return _editor_host; }
     int start_bkg_task() override;
     void stop_bkg_task() override;
 
     bool is_using_bkg_thread() const { return _use_bkg_thread; }
     const BkgContainer& use_bkg_container() const { return _container; }
+
+protected:
+    void post_tempo(float bpm) override;
 
 private:
     bool is_ableton_live();
@@ -53,6 +60,7 @@ private:
     std::unique_ptr<MciMidiDevSelComp> _system_midi_ports;
     std::atomic<bool> _bkg_task_running{false};
     bool _use_bkg_thread = true;
+    Vst2WinEditor* _editor_host = nullptr;  // owned by the base
 };
 
 }  // namespace lumo

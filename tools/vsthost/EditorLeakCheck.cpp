@@ -71,10 +71,14 @@ void EditorLeakCheck::Result::print(std::ostream& out) const
     {
         out << "\"" << window_class.name << "\": not the plug-in's own, not checked\n";
     }
+    else if (!class_checked)
+    {
+        out << "\"" << window_class.name << "\": not checked while instances live\n";
+    }
     else
     {
         out << "\"" << window_class.name << "\": " << (class_left ? "still registered" : "unregistered")
-            << " after the last window closed\n";
+            << " after the last instance was deleted\n";
     }
     out << (has_leaked() ? "result: LEAK\n" : "result: nothing leaked\n");
 }
@@ -106,8 +110,13 @@ EditorLeakCheck::Result EditorLeakCheck::run(const std::vector<HostedPlugin*>& p
     }
     result.after = WindowProbe::get_counts();
     result.own_class = !result.window_class.name.empty() && result.window_class.module == plugin_module;
-    result.class_left = result.own_class && WindowProbe::is_registered(result.window_class);
     return result;
+}
+
+void EditorLeakCheck::check_class(Result& result)
+{
+    result.class_checked = result.own_class;
+    result.class_left = result.own_class && WindowProbe::is_registered(result.window_class);
 }
 
 }  // namespace vsthost

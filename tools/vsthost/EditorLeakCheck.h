@@ -13,7 +13,10 @@ class HostedPlugin;
 // Opens the editors of several instances at once and closes them again, over
 // and over, and finds what they leave behind: window objects of the process
 // (counted after a first round, which may fill caches of the system and the
-// plug-in) and the plug-in's own window class after the last window closed.
+// plug-in) and, once the caller has deleted the instances, the plug-in's own
+// window class. A plug-in may keep its class while an instance lives (its
+// window object may outlast a close); once the host deleted them all while the
+// library stays loaded, nothing of it may be left registered.
 class EditorLeakCheck
 {
 public:
@@ -26,6 +29,7 @@ public:
         WindowProbe::WindowClass window_class;
         // Whether the class is the plug-in's own (else nobody checks it).
         bool own_class = false;
+        bool class_checked = false;
         bool class_left = false;
 
         bool has_grown() const;
@@ -40,6 +44,8 @@ public:
     // plugin_module: the module of the plug-in's library, which owns its class.
     // Throws std::runtime_error when an editor does not open.
     static Result run(const std::vector<HostedPlugin*>& plugins, void* plugin_module, int cycles, int idle_ms);
+    // After every instance was deleted, with the library still loaded.
+    static void check_class(Result& result);
 };
 
 }  // namespace vsthost

@@ -3,6 +3,7 @@
 #include "CommandLine.h"
 #include "EditorLeakCheck.h"
 #include "LivePlugin.h"
+#include "PluginLibrary.h"
 
 #include <memory>
 #include <stdexcept>
@@ -20,6 +21,8 @@ int EditorStressCommand::run(const std::vector<std::string>& words, std::ostream
     const int cycles = static_cast<int>(args.get_number("--cycles", 50, 1, 100000));
     const int count = static_cast<int>(args.get_number("--instances", 2, 1, 16));
     const int idle_ms = static_cast<int>(args.get_number("--idle-ms", 40, 0, 60000));
+    // Keeps the library loaded after the instances are gone, for the class check.
+    const PluginLibrary library(args.get_positionals()[0]);
     std::vector<std::unique_ptr<LivePlugin>> instances;
     std::vector<HostedPlugin*> plugins;
     for (int i = 0; i < count; ++i)
@@ -28,10 +31,12 @@ int EditorStressCommand::run(const std::vector<std::string>& words, std::ostream
         instances.back()->use_audio().start();
         plugins.push_back(&instances.back()->use_plugin());
     }
-    const EditorLeakCheck::Result result =
-        EditorLeakCheck::run(plugins, instances.front()->use_library().use_module(), cycles, idle_ms);
+    EditorLeakCheck::Result result = EditorLeakCheck::run(plugins, library.use_module(), cycles, idle_ms);
+    const auto blocks = instances.front()->use_audio().get_blocks();
+    instances.clear();
+    EditorLeakCheck::check_class(result);
     result.print(out);
-    out << "audio ran throughout: " << instances.front()->use_audio().get_blocks() << " blocks in the first instance\n";
+    out << "audio ran throughout: " << blocks << " blocks in the first instance\n";
     return result.has_leaked() ? 1 : 0;
 }
 

@@ -47,6 +47,18 @@ bool takes_double_clicks(HWND window)
 
 }  // namespace
 
+void MousePlayer::move_hand(const MouseScript::Step& step, int& x, int& y)
+{
+    POINT cursor{};
+    if (GetCursorPos(&cursor) && ScreenToClient(static_cast<HWND>(_window), &cursor))
+    {
+        x = cursor.x + step.x - _last_x;
+        y = cursor.y + step.y - _last_y;
+    }
+    _last_x = step.x;
+    _last_y = step.y;
+}
+
 unsigned MousePlayer::get_key_state() const
 {
     return (_left ? MK_LBUTTON : 0u) | (_right ? MK_RBUTTON : 0u);
@@ -54,6 +66,9 @@ unsigned MousePlayer::get_key_state() const
 
 void MousePlayer::post_at(unsigned message, int x, int y, unsigned extra_state)
 {
+    POINT cursor{x, y};
+    ClientToScreen(static_cast<HWND>(_window), &cursor);
+    SetCursorPos(cursor.x, cursor.y);
     POINT local;
     HWND target = find_target(static_cast<HWND>(_window), x, y, local);
     const WPARAM state = get_key_state() | extra_state;
@@ -99,9 +114,14 @@ void MousePlayer::play(const MouseScript::Step& step)
     };
     if (step.action == Action::move)
     {
-        post_at(WM_MOUSEMOVE, step.x, step.y, 0);
+        int x = step.x;
+        int y = step.y;
+        move_hand(step, x, y);
+        post_at(WM_MOUSEMOVE, x, y, 0);
         return;
     }
+    _last_x = step.x;
+    _last_y = step.y;
     if (step.action == Action::wheel)
     {
         post_at(WM_MOUSEWHEEL, step.x, step.y,

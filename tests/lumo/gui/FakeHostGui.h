@@ -1,0 +1,89 @@
+#pragma once
+
+// An editor's host service that writes down what the editor asks, refuses
+// levels below a threshold, and (given an audio side) applies accepted values
+// to its parameters and echoes them back to the editor as the adapter does.
+
+#include "lumo/DspInterface.h"
+#include "lumo/GuiInterface.h"
+#include "lumo/HostGuiInterface.h"
+#include "lumo/NormalizedParamInterface.h"
+
+#include <string>
+#include <vector>
+
+namespace lumo_test
+{
+
+struct HostCall
+{
+    std::string what;
+    int index;
+    float value;
+    int level;
+};
+
+class FakeHostGui : public lumo::HostGuiInterface
+{
+public:
+    void on_reserved() override { calls.push_back({"reserved", -1, 0.0f, 0}); }
+    double get_setting_num(const char* key) override
+    {
+        return std::string(key) == "can_resize_window" ? can_resize : 0.0;
+    }
+    std::string get_setting_str(const char* /*key*/) override { return {}; }
+    bool is_free(int index, int level) override
+    {
+        calls.push_back({"is_free", index, 0.0f, level});
+        return level >= refuse_below;
+    }
+    bool take(int index, int level) override
+    {
+        calls.push_back({"take", index, 0.0f, level});
+        return level >= refuse_below;
+    }
+    void release(int index, int level) override { calls.push_back({"release", index, 0.0f, level}); }
+    bool set_and_report_param(int index, float value, int level) override
+    {
+        calls.push_back({"set", index, value, level});
+        if (level < refuse_below)
+        {
+            return false;
+        }
+        if (dsp != nullptr)
+        {
+            dsp->use_param(index).set_norm_value(value);
+        }
+        if (gui != nullptr)
+        {
+            gui->param_changed(index, value, level);
+        }
+        return true;
+    }
+    void set_program(const lumo::ProgramSlot& /*program*/, int /*level*/) override {}
+    void publish_bank(const lumo::BankManager& /*bank*/) override {}
+    int resize_window(int /*width*/, int /*height*/) override { return 0; }
+    std::string get_store_path() override { return {}; }
+    lumo::MidiMgr* use_midi_mgr() override { return nullptr; }
+
+    std::vector<HostCall> of(const std::string& what) const
+    {
+        std::vector<HostCall> found;
+        for (const HostCall& c : calls)
+        {
+            if (c.what == what)
+            {
+                found.push_back(c);
+            }
+        }
+        return found;
+    }
+
+    std::vector<HostCall> calls;
+    int refuse_below = 0;
+    double can_resize = 0.0;
+    lumo::DspInterface* dsp = nullptr;
+    lumo::GuiInterface* gui = nullptr;
+};
+
+}  // namespace lumo_test
