@@ -37,13 +37,14 @@ TEST(EditorLeakCheck, AnyGrowthOrALeftClassIsALeakAndFewerObjectsAreNot)
     EXPECT_TRUE(make_result(60, 61, 8, 8).has_leaked());
     EXPECT_TRUE(make_result(60, 60, 8, 9).has_leaked());
     auto left = make_result(60, 60, 8, 8);
+    left.class_checked = true;
     left.class_left = true;
     EXPECT_TRUE(left.has_leaked());
     EXPECT_EQ(printed(left),
               "opened and closed 2 editors at once 3 times\n"
               "GDI objects: 60 before, 60 after\n"
               "USER objects: 8 before, 8 after\n"
-              "editor window class \"EditorClass\": still registered after the last window closed\n"
+              "editor window class \"EditorClass\": still registered after the last instance was deleted\n"
               "result: LEAK\n");
 }
 
@@ -56,6 +57,16 @@ TEST(EditorLeakCheck, WhatCannotBeCountedOrIsNotThePluginsOwnIsNotALeak)
     EXPECT_NE(text.find("GDI objects: not counted on this system\n"), std::string::npos);
     EXPECT_NE(text.find("\"EditorClass\": not the plug-in's own, not checked\n"), std::string::npos);
     EXPECT_NE(text.find("result: nothing leaked\n"), std::string::npos);
+}
+
+TEST(EditorLeakCheck, TheClassIsJudgedOnlyOnceTheInstancesAreGone)
+{
+    auto r = make_result(60, 60, 8, 8);
+    EXPECT_NE(printed(r).find("\"EditorClass\": not checked while instances live\n"), std::string::npos);
+    r.class_checked = true;
+    EXPECT_NE(printed(r).find("\"EditorClass\": unregistered after the last instance was deleted\n"),
+              std::string::npos);
+    EXPECT_FALSE(r.has_leaked());
 }
 
 }  // namespace
