@@ -75,16 +75,21 @@ bool GuiEffect::set_up_switch()
     return true;
 }
 
+// The artwork has no picture of its own for the marker: it is cut from a
+// solid black patch of the background (inside the cat), which keeps it in the
+// screen's black-on-white ink.
+const gadu::Rect GuiEffect::marker_source{405, 320, 413, 328};
+
 bool GuiEffect::set_up_marker(gadu::ControlInterface& control, gadu::HighlightInterface& pictures, const gadu::Rect& hit)
 {
-    const gadu::Picture* arrow = use_editor().use_picture("arw_06");
-    if (arrow == nullptr)
+    const gadu::Picture* background = use_editor().use_picture("bkg");
+    if (background == nullptr)
     {
         return false;
     }
-    gadu::Picture marker(*arrow);
-    const gadu::Rect bounds = marker.get_hit_rect();
-    marker.set_hot_spot(bounds.x2 - bounds.x1 - hit.x2, -hit.y1);
+    gadu::Picture marker(*background);
+    marker.set_source_rect(marker_source);
+    marker.set_hot_spot(marker_source.x2 - hit.x2, marker_source.y1 - hit.y1);
     pictures.set_highlight_picture(learn_marker, marker);
     control.set_highlight_state(learn_marker, false);
     return true;
