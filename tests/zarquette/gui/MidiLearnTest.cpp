@@ -8,8 +8,7 @@
 #include "gadu/MenuItem.h"
 #include "gadu/OffscreenWindow.h"
 #include "lumo/midi/MidiMgr.h"
-#include "tests/lumo/gui/FakeHostGui.h"
-#include "zarquette/ZarquetteDsp.h"
+#include "tests/zarquette/gui/EditorRig.h"
 
 #include <gtest/gtest.h>
 
@@ -30,23 +29,13 @@ constexpr int kBofY = 226;
 constexpr int kSwitchX = 344;
 constexpr int kSwitchY = 84;
 
-class MidiLearnEditor : public ::testing::Test
+class MidiLearnEditor : public ::testing::Test, protected zq_test::EditorRig
 {
 protected:
-    MidiLearnEditor() : window(100, 100)
+    MidiLearnEditor()
     {
-        dsp.init();
-        dsp.set_default_state();
         mgr.set_dsp(&dsp);
-        host = new lumo_test::FakeHostGui();
         host->midi_mgr = &mgr;
-        gui.set_host(host);
-        gui.set_dsp(&dsp);
-        gui.set_window(&window);
-        gui.init();
-        gui.set_default_state();
-        host->dsp = &dsp;
-        host->gui = &gui;
     }
 
     void open()
@@ -117,11 +106,7 @@ protected:
     }
 
     double now = 100.0;
-    zarquette::ZarquetteDsp dsp;
     lumo::MidiMgr mgr;
-    gadu::OffscreenWindow window;
-    lumo_test::FakeHostGui* host;
-    zarquette::ZarquetteGui gui;
 };
 
 }  // namespace
