@@ -5,6 +5,8 @@
 #include "zarquette/gui/MidiLearnMenu.h"
 #include "zarquette/gui/ZarquetteGui.h"
 
+#include "basic/ConfKeyFactory.h"
+#include "basic/ConfKeyMulti.h"
 #include "gadu/MenuItem.h"
 #include "gadu/OffscreenWindow.h"
 #include "lumo/midi/MidiMgr.h"
@@ -12,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -253,6 +256,44 @@ TEST_F(MidiLearnEditor, ABindingThatExistsAtOpenShowsFromTheFirstFrame)
     mgr.unbind(kBof);
     tick();
     EXPECT_LT(dark_pixels(kBofX + 32, kBofY - 40), 32);
+}
+
+// The map the settings file gives at start-up: the menu and the markers show
+// it, a learn on another control leaves it working, and the manager's saved
+// section holds both bindings.
+TEST_F(MidiLearnEditor, AMapFromTheSettingsFileShowsAndKeepsWorkingBesideALearn)
+{
+    basic::ConfKeyFactory& factory = basic::ConfKeyFactory::use_instance();
+    const std::unique_ptr<basic::ConfKeyInterface> file =
+        factory.create_key("root = { midi = { control_map = { id_1 = cc_74 id_3 = nrpn_2 } } }");
+    ASSERT_TRUE(file != nullptr);
+    ASSERT_EQ(mgr.load_settings(dynamic_cast<const basic::ConfKeyMulti&>(*file)), 0);
+    open();
+    EXPECT_EQ(bof().get_learn_state(), MidiLearn::bound);
+    EXPECT_EQ(gui.use_effect_part().use_switch().get_learn_state(), MidiLearn::bound);
+    right_click(kSwitchX, kSwitchY);
+    EXPECT_EQ(gui.use_learn_menu().use_binding_item().get_label(), "NRPN 2");
+
+    right_click(57, 150);
+    choose(gui.use_learn_menu().use_learn_item());
+    controller(75 << 16);
+    tick();
+    EXPECT_EQ(gui.use_effect_part().use_knob(1).get_learn_state(), MidiLearn::bound);
+    int index = -1;
+    float value = 0.0f;
+    mgr.set_pending_learn(-1);
+    mgr.map_controller(74 << 16, 16383, index, value);
+    EXPECT_EQ(index, kBof);
+    EXPECT_EQ(value, 1.0f);
+
+    basic::ConfKeyMulti root("root");
+    ASSERT_EQ(mgr.save_settings(root), 0);
+    std::string text;
+    int level = 0;
+    root.use_key(0).do_write_to_string(text, level);
+    EXPECT_NE(text.find("id_1 = cc_74"), std::string::npos) << text;
+    EXPECT_NE(text.find("id_2 = cc_75"), std::string::npos) << text;
+    EXPECT_NE(text.find("id_3 = nrpn_2"), std::string::npos) << text;
 }
 
 TEST_F(MidiLearnEditor, WithoutAMidiManagerNoMenuPopsUp)
