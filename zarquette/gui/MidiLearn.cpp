@@ -45,7 +45,8 @@ void MidiLearn::forget(lumo::MidiMgr& mgr, int index)
 // parameter waits until it has a controller.
 std::int32_t MidiLearn::get_state(const lumo::MidiMgr& mgr, int index) const
 {
-    const bool has_id = mgr.get_id(index) >= 0;
+    const std::int32_t id = mgr.get_id(index);
+    const bool has_id = id >= 0;
     if (mgr.get_pending_learn() == index)
     {
         const bool learnt = index == _armed ? mgr.get_learn_count() != _armed_count : has_id;
@@ -54,7 +55,11 @@ std::int32_t MidiLearn::get_state(const lumo::MidiMgr& mgr, int index) const
             return waiting;
         }
     }
-    return has_id ? bound : unbound;
+    if (!has_id)
+    {
+        return unbound;
+    }
+    return id == lumo::MidiMgr::make_id(lumo::MidiMgr::nrpn_selector, index) ? bound_by_default : bound;
 }
 
 void MidiLearn::poll(const lumo::MidiMgr& mgr, double now)

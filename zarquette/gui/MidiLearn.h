@@ -30,6 +30,9 @@ public:
     static constexpr std::int32_t unbound = 0;
     static constexpr std::int32_t waiting = 1;
     static constexpr std::int32_t bound = 2;
+    // Bound to the NRPN of its own index, as the effect binds every parameter
+    // from the start: true, but nothing the user did, so nothing to point out.
+    static constexpr std::int32_t bound_by_default = 3;
     // A waiting control blinks with this period, lit for the first part.
     static constexpr double blink_period = 0.6;
     static constexpr double blink_lit = 0.4;

@@ -296,6 +296,25 @@ TEST_F(MidiLearnEditor, AMapFromTheSettingsFileShowsAndKeepsWorkingBesideALearn)
     EXPECT_NE(text.find("id_3 = nrpn_2"), std::string::npos) << text;
 }
 
+// The effect binds every parameter to the NRPN of its index: the menu says
+// so, but no control carries a marker until the user binds something else.
+TEST_F(MidiLearnEditor, TheDefaultNrpnMapShowsInTheMenuButMarksNothing)
+{
+    mgr.bind_all_to_nrpn();
+    open();
+    EXPECT_EQ(bof().get_learn_state(), MidiLearn::bound_by_default);
+    EXPECT_FALSE(marker_on(bof()));
+    EXPECT_FALSE(marker_on(gui.use_effect_part().use_switch()));
+    right_click(kBofX, kBofY);
+    EXPECT_EQ(gui.use_learn_menu().use_binding_item().get_label(), "NRPN 1");
+
+    choose(gui.use_learn_menu().use_learn_item());
+    controller(7 << 16);
+    tick();
+    EXPECT_EQ(bof().get_learn_state(), MidiLearn::bound);
+    EXPECT_TRUE(marker_on(bof()));
+}
+
 TEST_F(MidiLearnEditor, WithoutAMidiManagerNoMenuPopsUp)
 {
     host->midi_mgr = nullptr;
