@@ -101,6 +101,7 @@ void MidiMgr::learn(std::int32_t id)
     _map.bind(pending, id);
     _last_learnt_param.store(pending, std::memory_order_release);
     _last_learnt_id.store(id, std::memory_order_release);
+    _learn_count.fetch_add(1, std::memory_order_acq_rel);
     if (_options.get_autobind_mode() == 0)
     {
         // One controller per arming; a concurrent re-arm wins.

@@ -47,6 +47,10 @@ public:
     int get_pending_learn() const { return _pending_learn.load(std::memory_order_acquire); }
     int get_last_learnt_param() const { return _last_learnt_param.load(std::memory_order_acquire); }
     std::int32_t get_last_learnt_id() const { return _last_learnt_id.load(std::memory_order_acquire); }
+    // How many controllers a learn has bound since construction: an editor
+    // compares it with the count at arming to tell a completed learn from one
+    // still waiting, even when the same controller is learnt again.
+    std::uint32_t get_learn_count() const { return _learn_count.load(std::memory_order_acquire); }
 
     // MIDI echo of a parameter change: 0 sent, -1 not taken, -2 no controller.
     int send_param(int channel, int param_index, float value);
@@ -121,6 +125,7 @@ private:
     std::atomic<int> _pending_learn{-1};
     std::atomic<int> _last_learnt_param{-1};
     std::atomic<std::int32_t> _last_learnt_id{0};
+    std::atomic<std::uint32_t> _learn_count{0};
 };
 
 }  // namespace lumo

@@ -21,13 +21,13 @@ bool GuiEffect::set_up(gadu::CtrlGroupItem& group)
     {
         Pair<gadu::Knob>& pair = _knobs[static_cast<std::size_t>(k)];
         const Placement& place = knob_places[static_cast<std::size_t>(k)];
-        if (!set_up_knob(pair, place))
+        if (!set_up_knob(pair, place) || !set_up_marker(pair.control, pair.control, place.hit))
         {
             return false;
         }
         bind(pair, place, group);
     }
-    if (!set_up_switch())
+    if (!set_up_switch() || !set_up_marker(_switch.control, _switch.control, switch_place.hit))
     {
         return false;
     }
@@ -75,12 +75,35 @@ bool GuiEffect::set_up_switch()
     return true;
 }
 
+// The artwork has no picture of its own for the marker: it is cut from a
+// solid black patch of the background (inside the cat), which keeps it in the
+// screen's black-on-white ink.
+const gadu::Rect GuiEffect::marker_source{405, 320, 413, 328};
+
+bool GuiEffect::set_up_marker(gadu::ControlInterface& control, gadu::HighlightInterface& pictures, const gadu::Rect& hit)
+{
+    const gadu::Picture* background = use_editor().use_picture("bkg");
+    if (background == nullptr)
+    {
+        return false;
+    }
+    gadu::Picture marker(*background);
+    marker.set_source_rect(marker_source);
+    marker.set_hot_spot(marker_source.x2 - hit.x2, marker_source.y1 - hit.y1);
+    pictures.set_highlight_picture(learn_marker, marker);
+    control.set_highlight_state(learn_marker, false);
+    return true;
+}
+
 template <typename Control>
 void GuiEffect::bind(Pair<Control>& pair, const Placement& place, gadu::CtrlGroupItem& group)
 {
     pair.control.set_hit_rect(place.hit);
     pair.control.set_position(place.x, place.y);
     pair.listener.set_owner(this);
+    pair.listener.set_editor(&use_editor());
+    // The right button opens the learn menu instead of turning the control.
+    pair.control.set_gesture_buttons(gadu::mouse_button::left | gadu::mouse_button::middle);
     use_editor().bind_control(place.param, pair.control, pair.listener);
     group.add_control(pair.control);
 }

@@ -2,8 +2,8 @@
 
 #include "gadu/FlipFlop.h"
 #include "gadu/Knob.h"
-#include "lumo/gui/ListenerBase.h"
 #include "zarquette/gui/GuiPart.h"
+#include "zarquette/gui/LearnListener.h"
 
 #include <array>
 
@@ -21,6 +21,10 @@ class GuiEffect : public GuiPart
 {
 public:
     static constexpr int nbr_knobs = 4;
+    // The highlight state that shows a control's MIDI learn marker.
+    static constexpr std::int32_t learn_marker = 0;
+    // Where the marker's ink comes from in the background picture.
+    static const gadu::Rect marker_source;
 
     // Where a control sits, what it shows and what it drives. A knob's
     // position is its centre, the switch's its top-left corner.
@@ -47,12 +51,16 @@ private:
     template <typename Control>
     struct Pair
     {
-        lumo::ListenerBase listener;
+        LearnListener listener;
         Control control;
     };
 
     bool set_up_knob(Pair<gadu::Knob>& pair, const Placement& place);
     bool set_up_switch();
+    // The marker, a small black square, sits in the top-right corner of the
+    // hit rectangle: inside the region the control redraws, beside the
+    // knobs' round bodies.
+    bool set_up_marker(gadu::ControlInterface& control, gadu::HighlightInterface& pictures, const gadu::Rect& hit);
     template <typename Control>
     void bind(Pair<Control>& pair, const Placement& place, gadu::CtrlGroupItem& group);
 

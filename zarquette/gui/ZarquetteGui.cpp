@@ -1,11 +1,13 @@
 #include "zarquette/gui/ZarquetteGui.h"
 
+#include "gadu/MenuRequest.h"
 #include "gadu/ShowObject.h"
 #include "gadu/TimerMessage.h"
 #include "gadu/WindowInterface.h"
 #include "lumo/DspInterface.h"
 #include "lumo/HostGuiInterface.h"
 #include "lumo/NormalizedParamInterface.h"
+#include "lumo/midi/MidiMgr.h"
 
 #include <cmath>
 #include <stdexcept>
@@ -107,6 +109,7 @@ bool ZarquetteGui::build()
     _inbox.set_up(
         _nbr_param, [this](int index, std::int32_t level) { apply_param(index, level); },
         [this](int index, std::int32_t state) { apply_learn(index, state); });
+    _learn.set_up(_nbr_param);
     _master.host = _host.get();
     _master.meta_controls = _meta.data();
     _master.dsp = _dsp;
@@ -169,8 +172,17 @@ int ZarquetteGui::open(void* parent)
         const gadu::ShowObject show(true);
         _background.dispatch_down(show);
         _controls.dispatch_down(show);
-        // Often enough that automation looks smooth, seldom enough to cost nothing.
-        _window->handle_message(gadu::SetTimer(&_inbox, 0.02f, _inbox_timer));
+        // The controls show the learn states as they are now (a map loaded
+        // from the settings file included), from the first frame on.
+        _learn.forget_shown();
+        if (const lumo::MidiMgr* mgr = _host != nullptr ? _host->use_midi_mgr() : nullptr)
+        {
+            _learn.poll(*mgr, 0.0);
+            _inbox.take();
+        }
+        // Often enough that automation looks smooth, seldom enough to cost
+        // nothing. The learn follower empties the inbox after its poll.
+        _window->handle_message(gadu::SetTimer(&_learn, 0.02f, _timer));
     }
     return result;
 }
@@ -238,13 +250,28 @@ void ZarquetteGui::midi_learn_changed(int index, int state)
     _inbox.post_learn(index, state);
 }
 
+// A bound control shows its marker, a waiting one blinks it.
 void ZarquetteGui::apply_learn(int index, std::int32_t state)
 {
     if (lumo::MetaControl* meta = use_meta_control(index))
     {
-        meta->use_control()->set_learn_state(state);
-        meta->use_control()->request_redraw();
+        gadu::ControlInterface* control = meta->use_control();
+        control->set_learn_state(state);
+        const bool lit = state == MidiLearn::bound || (state == MidiLearn::waiting && _learn.is_blink_lit());
+        control->set_highlight_state(GuiEffect::learn_marker, lit);
+        control->request_redraw();
     }
+}
+
+void ZarquetteGui::open_learn_menu(int index, gadu::ControlInterface& control)
+{
+    lumo::MidiMgr* mgr = _host != nullptr ? _host->use_midi_mgr() : nullptr;
+    if (mgr == nullptr || !is_param(index))
+    {
+        return;
+    }
+    _learn_menu.prepare(*mgr, index);
+    control.handle_message(gadu::MenuRequest(&_learn_menu, 0, 0));
 }
 
 void ZarquetteGui::detach_window()

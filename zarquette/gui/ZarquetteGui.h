@@ -10,6 +10,8 @@
 #include "lumo/gui/ListenerBase.h"
 #include "lumo/gui/MetaControl.h"
 #include "zarquette/gui/GuiEffect.h"
+#include "zarquette/gui/MidiLearn.h"
+#include "zarquette/gui/MidiLearnMenu.h"
 #include "zarquette/gui/ParamInbox.h"
 
 #include <memory>
@@ -68,6 +70,13 @@ public:
     // Changes from other threads wait here for the editor's thread.
     ParamInbox& use_inbox() { return _inbox; }
 
+    // Follows the host's MIDI learn; its menu is the one a right click shows.
+    MidiLearn& use_learn() { return _learn; }
+    MidiLearnMenu& use_learn_menu() { return _learn_menu; }
+    // Pops up the learn menu of a parameter at the cursor, through the
+    // control that was clicked. Nothing without a MIDI manager or a parameter.
+    void open_learn_menu(int index, gadu::ControlInterface& control);
+
     // For the screen's parts: binds the control and its listener to the
     // parameter and makes them the ones its changes reach.
     void bind_control(int index, gadu::ControlInterface& control, lumo::ListenerBase& listener);
@@ -94,7 +103,9 @@ private:
     gadu::BackgroundItem _background;
     gadu::CtrlGroupItem _controls;
     ParamInbox _inbox;
-    std::uint32_t _inbox_timer = 0;
+    MidiLearn _learn{*this, _inbox};
+    MidiLearnMenu _learn_menu{_learn};
+    std::uint32_t _timer = 0;
     bool _built = false;
     bool _open = false;
 };

@@ -64,7 +64,7 @@ public:
     void publish_bank(const lumo::BankManager& /*bank*/) override {}
     int resize_window(int /*width*/, int /*height*/) override { return 0; }
     std::string get_store_path() override { return {}; }
-    lumo::MidiMgr* use_midi_mgr() override { return nullptr; }
+    lumo::MidiMgr* use_midi_mgr() override { return midi_mgr; }
 
     std::vector<HostCall> of(const std::string& what) const
     {
@@ -82,6 +82,8 @@ public:
     std::vector<HostCall> calls;
     int refuse_below = 0;
     double can_resize = 0.0;
+    // Not owned; null: the host has no MIDI.
+    lumo::MidiMgr* midi_mgr = nullptr;
     lumo::DspInterface* dsp = nullptr;
     lumo::GuiInterface* gui = nullptr;
 };

@@ -6,8 +6,7 @@
 
 #include "gadu/OffscreenWindow.h"
 #include "sys/ClockPin.h"
-#include "tests/lumo/gui/FakeHostGui.h"
-#include "zarquette/ZarquetteDsp.h"
+#include "tests/zarquette/gui/EditorRig.h"
 
 #include <gtest/gtest.h>
 
@@ -24,23 +23,10 @@ using gadu::mouse_button::left;
 constexpr int kBof = 1;
 constexpr int kNuke = 3;
 
-class Editor : public ::testing::Test
+class Editor : public ::testing::Test, protected zq_test::EditorRig
 {
 protected:
-    Editor() : window(100, 100)
-    {
-        window.set_time(kStart);
-        dsp.init();
-        dsp.set_default_state();
-        host = new lumo_test::FakeHostGui();
-        gui.set_host(host);
-        gui.set_dsp(&dsp);
-        gui.set_window(&window);
-        gui.init();
-        gui.set_default_state();
-        host->dsp = &dsp;
-        host->gui = &gui;
-    }
+    Editor() { window.set_time(kStart); }
 
     // Lets time pass as a window on screen would: the clock the controls
     // read, the timer service every 2 ms, and a paint of what changed.
@@ -120,10 +106,6 @@ protected:
     static constexpr double kStart = 100.0;
     sys::ClockPin pin{kStart};
     double window_time = kStart;
-    zarquette::ZarquetteDsp dsp;
-    gadu::OffscreenWindow window;
-    lumo_test::FakeHostGui* host;
-    zarquette::ZarquetteGui gui;
 };
 
 }  // namespace

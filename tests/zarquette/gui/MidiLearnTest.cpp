@@ -1,0 +1,335 @@
+// MIDI learn from the editor: the right button's menu on the real editor in
+// an off-screen window, a learn that completes on the "audio thread" (here
+// the manager's map_controller, called directly), and what the controls show.
+#include "zarquette/gui/MidiLearn.h"
+#include "zarquette/gui/MidiLearnMenu.h"
+#include "zarquette/gui/ZarquetteGui.h"
+
+#include "basic/ConfKeyFactory.h"
+#include "basic/ConfKeyMulti.h"
+#include "gadu/MenuItem.h"
+#include "gadu/OffscreenWindow.h"
+#include "lumo/midi/MidiMgr.h"
+#include "tests/zarquette/gui/EditorRig.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+using gadu::mouse_button::left;
+using gadu::mouse_button::right;
+using zarquette::MidiLearn;
+
+constexpr int kBof = 1;
+constexpr int kNuke = 3;
+constexpr int kBofX = 294;
+constexpr int kBofY = 226;
+constexpr int kSwitchX = 344;
+constexpr int kSwitchY = 84;
+
+class MidiLearnEditor : public ::testing::Test, protected zq_test::EditorRig
+{
+protected:
+    MidiLearnEditor()
+    {
+        mgr.set_dsp(&dsp);
+        host->midi_mgr = &mgr;
+    }
+
+    void open()
+    {
+        ASSERT_EQ(gui.open(nullptr), 0);
+        window.paint_all();
+    }
+
+    // One tick of the editor's 20 ms timer, with the clock moved on.
+    void tick()
+    {
+        now += 0.02;
+        window.set_time(now);
+        window.run_timers(0.02);
+        window.paint();
+    }
+
+    // Right press and release at (x, y); the menu it popped up, or null.
+    const gadu::Menu* right_click(int x, int y)
+    {
+        const std::size_t before = window.use_menu_requests().size();
+        window.press(x, y, right);
+        window.release(x, y, 0);
+        return window.use_menu_requests().size() > before ? window.use_menu_requests().back().use_menu() : nullptr;
+    }
+
+    // As the platform does once the menu has gone.
+    void choose(const gadu::MenuItem& item) { gui.use_learn_menu().use_root().find_item(item.get_id())->choose(); }
+
+    // A controller that reaches the manager on the audio thread.
+    void controller(std::int32_t id)
+    {
+        int index = -1;
+        float value = 0.0f;
+        mgr.map_controller(id, 8192, index, value);
+    }
+
+    static std::vector<std::string> labels(const gadu::Menu& menu)
+    {
+        std::vector<std::string> found;
+        for (const auto& node : menu.use_root().use_nodes())
+        {
+            found.push_back(node->get_label());
+        }
+        return found;
+    }
+
+    gadu::ControlInterface& bof() { return gui.use_effect_part().use_knob(0); }
+    bool marker_on(const gadu::ControlInterface& control) const
+    {
+        return control.is_highlight_state_on(zarquette::GuiEffect::learn_marker);
+    }
+
+    // The dark pixels of the 8 x 8 square from (x, y).
+    int dark_pixels(int x0, int y0) const
+    {
+        const gadu::MemoryRenderingBuffer* screen = window.use_screen();
+        int dark = 0;
+        for (int y = y0; y < y0 + 8; ++y)
+        {
+            for (int x = x0; x < x0 + 8; ++x)
+            {
+                const std::uint8_t* px = screen->pixels() + (y * zarquette::ZarquetteGui::width + x) * 4;
+                dark += px[0] + px[1] + px[2] < 96 ? 1 : 0;
+            }
+        }
+        return dark;
+    }
+
+    double now = 100.0;
+    lumo::MidiMgr mgr;
+};
+
+}  // namespace
+
+TEST_F(MidiLearnEditor, RightClickShowsTheMenuOfTheParameterAndItsBinding)
+{
+    mgr.bind(kNuke, lumo::MidiMgr::nrpn_selector, 2);
+    open();
+    const gadu::Menu* menu = right_click(kBofX, kBofY);
+    ASSERT_EQ(menu, &gui.use_learn_menu());
+    EXPECT_EQ(gui.use_learn_menu().get_param(), kBof);
+    EXPECT_EQ(labels(*menu),
+              (std::vector<std::string>{"Learn MIDI controller", "Forget MIDI controller", "", "No MIDI controller"}));
+    EXPECT_TRUE(gui.use_learn_menu().use_binding_item().is_disabled());
+    EXPECT_TRUE(gui.use_learn_menu().use_forget_item().is_disabled());
+    EXPECT_FALSE(gui.use_learn_menu().use_learn_item().is_disabled());
+
+    menu = right_click(kSwitchX, kSwitchY);
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(gui.use_learn_menu().get_param(), kNuke);
+    EXPECT_EQ(gui.use_learn_menu().use_binding_item().get_label(), "NRPN 2");
+    EXPECT_FALSE(gui.use_learn_menu().use_forget_item().is_disabled());
+
+    mgr.bind(kBof, 74, 0);
+    right_click(kBofX, kBofY);
+    EXPECT_EQ(gui.use_learn_menu().use_binding_item().get_label(), "CC 74");
+}
+
+TEST_F(MidiLearnEditor, TheRightButtonNeitherTurnsAKnobNorTakesTheParameter)
+{
+    open();
+    const double before = bof().get_value();
+    window.press(kBofX, kBofY, right);
+    window.move(kBofX, kBofY - 100);
+    window.release(kBofX, kBofY - 100, 0);
+    tick();
+    EXPECT_EQ(bof().get_value(), before);
+    EXPECT_FALSE(window.holds_capture());
+    EXPECT_TRUE(host->of("take").empty());
+
+    // The left button still drags, and a right press during the drag is the
+    // drag's, not a menu.
+    window.press(kBofX, kBofY, left);
+    window.press(kBofX, kBofY, left | right);
+    EXPECT_EQ(window.use_menu_requests().size(), 1u);
+    EXPECT_TRUE(window.holds_capture());
+    for (int i = 0; i < 20; ++i)
+    {
+        tick();
+        const gadu::CaptureState::Point at = window.get_cursor();
+        window.move(at.x, at.y - 2);
+    }
+    window.release(kBofX, kBofY, left);
+    window.release(kBofX, kBofY, 0);
+    for (int i = 0; i < 100; ++i)
+    {
+        tick();
+    }
+    EXPECT_GT(bof().get_value(), before + 0.1);
+    EXPECT_FALSE(host->of("take").empty());
+}
+
+TEST_F(MidiLearnEditor, ALearnWaitsThenBindsAtTheNextTickAndForgettingUnbinds)
+{
+    open();
+    EXPECT_EQ(bof().get_learn_state(), MidiLearn::unbound);
+    right_click(kBofX, kBofY);
+    choose(gui.use_learn_menu().use_learn_item());
+    EXPECT_EQ(mgr.get_pending_learn(), kBof);
+    tick();
+    EXPECT_EQ(bof().get_learn_state(), MidiLearn::waiting);
+
+    controller(74 << 16);
+    EXPECT_EQ(bof().get_learn_state(), MidiLearn::waiting);
+    tick();
+    EXPECT_EQ(bof().get_learn_state(), MidiLearn::bound);
+    EXPECT_TRUE(marker_on(bof()));
+    EXPECT_EQ(mgr.get_id(kBof), 74 << 16);
+    right_click(kBofX, kBofY);
+    EXPECT_EQ(gui.use_learn_menu().use_binding_item().get_label(), "CC 74");
+
+    choose(gui.use_learn_menu().use_forget_item());
+    EXPECT_EQ(mgr.get_id(kBof), -1);
+    EXPECT_EQ(mgr.get_pending_learn(), -1);
+    tick();
+    EXPECT_EQ(bof().get_learn_state(), MidiLearn::unbound);
+    EXPECT_FALSE(marker_on(bof()));
+    controller(74 << 16);
+    EXPECT_EQ(mgr.get_id(kBof), -1);
+}
+
+TEST_F(MidiLearnEditor, LearningTheSameControllerAgainCompletesAndChoosingLearnTwiceCancels)
+{
+    mgr.bind(kBof, 74, 0);
+    open();
+    right_click(kBofX, kBofY);
+    choose(gui.use_learn_menu().use_learn_item());
+    tick();
+    EXPECT_EQ(bof().get_learn_state(), MidiLearn::waiting);
+    controller(74 << 16);
+    tick();
+    EXPECT_EQ(bof().get_learn_state(), MidiLearn::bound);
+
+    right_click(kBofX, kBofY);
+    EXPECT_TRUE(gui.use_learn_menu().use_learn_item().is_checked());
+    choose(gui.use_learn_menu().use_learn_item());
+    EXPECT_EQ(mgr.get_pending_learn(), -1);
+}
+
+TEST_F(MidiLearnEditor, AWaitingMarkerBlinksAndArmingAnotherControlStopsIt)
+{
+    open();
+    right_click(kBofX, kBofY);
+    choose(gui.use_learn_menu().use_learn_item());
+    int lit = 0;
+    int dark = 0;
+    for (int i = 0; i < 60; ++i)
+    {
+        tick();
+        ++(marker_on(bof()) ? lit : dark);
+    }
+    EXPECT_GT(lit, 10);
+    EXPECT_GT(dark, 10);
+
+    right_click(kSwitchX, kSwitchY);
+    choose(gui.use_learn_menu().use_learn_item());
+    tick();
+    EXPECT_EQ(bof().get_learn_state(), MidiLearn::unbound);
+    EXPECT_FALSE(marker_on(bof()));
+    EXPECT_EQ(gui.use_effect_part().use_switch().get_learn_state(), MidiLearn::waiting);
+}
+
+// A map loaded from the settings file before the editor opens shows at once,
+// as a black square in the top-right corner of the control; it goes with the
+// binding.
+TEST_F(MidiLearnEditor, ABindingThatExistsAtOpenShowsFromTheFirstFrame)
+{
+    mgr.bind(kBof, 7, 0);
+    open();
+    EXPECT_EQ(bof().get_learn_state(), MidiLearn::bound);
+    EXPECT_EQ(dark_pixels(kBofX + 32, kBofY - 40), 64);
+    EXPECT_LT(dark_pixels(kBofX - 40, kBofY - 40), 32);
+
+    mgr.unbind(kBof);
+    tick();
+    EXPECT_LT(dark_pixels(kBofX + 32, kBofY - 40), 32);
+}
+
+// The map the settings file gives at start-up: the menu and the markers show
+// it, a learn on another control leaves it working, and the manager's saved
+// section holds both bindings.
+TEST_F(MidiLearnEditor, AMapFromTheSettingsFileShowsAndKeepsWorkingBesideALearn)
+{
+    basic::ConfKeyFactory& factory = basic::ConfKeyFactory::use_instance();
+    const std::unique_ptr<basic::ConfKeyInterface> file =
+        factory.create_key("root = { midi = { control_map = { id_1 = cc_74 id_3 = nrpn_2 } } }");
+    ASSERT_TRUE(file != nullptr);
+    ASSERT_EQ(mgr.load_settings(dynamic_cast<const basic::ConfKeyMulti&>(*file)), 0);
+    open();
+    EXPECT_EQ(bof().get_learn_state(), MidiLearn::bound);
+    EXPECT_EQ(gui.use_effect_part().use_switch().get_learn_state(), MidiLearn::bound);
+    right_click(kSwitchX, kSwitchY);
+    EXPECT_EQ(gui.use_learn_menu().use_binding_item().get_label(), "NRPN 2");
+
+    right_click(57, 150);
+    choose(gui.use_learn_menu().use_learn_item());
+    controller(75 << 16);
+    tick();
+    EXPECT_EQ(gui.use_effect_part().use_knob(1).get_learn_state(), MidiLearn::bound);
+    int index = -1;
+    float value = 0.0f;
+    mgr.set_pending_learn(-1);
+    mgr.map_controller(74 << 16, 16383, index, value);
+    EXPECT_EQ(index, kBof);
+    EXPECT_EQ(value, 1.0f);
+
+    basic::ConfKeyMulti root("root");
+    ASSERT_EQ(mgr.save_settings(root), 0);
+    std::string text;
+    int level = 0;
+    root.use_key(0).do_write_to_string(text, level);
+    EXPECT_NE(text.find("id_1 = cc_74"), std::string::npos) << text;
+    EXPECT_NE(text.find("id_2 = cc_75"), std::string::npos) << text;
+    EXPECT_NE(text.find("id_3 = nrpn_2"), std::string::npos) << text;
+}
+
+// The effect binds every parameter to the NRPN of its index: the menu says
+// so, but no control carries a marker until the user binds something else.
+TEST_F(MidiLearnEditor, TheDefaultNrpnMapShowsInTheMenuButMarksNothing)
+{
+    mgr.bind_all_to_nrpn();
+    open();
+    EXPECT_EQ(bof().get_learn_state(), MidiLearn::bound_by_default);
+    EXPECT_FALSE(marker_on(bof()));
+    EXPECT_FALSE(marker_on(gui.use_effect_part().use_switch()));
+    right_click(kBofX, kBofY);
+    EXPECT_EQ(gui.use_learn_menu().use_binding_item().get_label(), "NRPN 1");
+
+    choose(gui.use_learn_menu().use_learn_item());
+    controller(7 << 16);
+    tick();
+    EXPECT_EQ(bof().get_learn_state(), MidiLearn::bound);
+    EXPECT_TRUE(marker_on(bof()));
+}
+
+TEST_F(MidiLearnEditor, WithoutAMidiManagerNoMenuPopsUp)
+{
+    host->midi_mgr = nullptr;
+    open();
+    EXPECT_EQ(right_click(kBofX, kBofY), nullptr);
+    tick();
+    EXPECT_EQ(bof().get_learn_state(), -1);
+}
+
+TEST(MidiLearnMenu, DescribesEveryKindOfController)
+{
+    using zarquette::MidiLearnMenu;
+    EXPECT_EQ(MidiLearnMenu::describe(-1), "No MIDI controller");
+    EXPECT_EQ(MidiLearnMenu::describe(74 << 16), "CC 74");
+    EXPECT_EQ(MidiLearnMenu::describe(0), "CC 0");
+    EXPECT_EQ(MidiLearnMenu::describe(lumo::MidiMgr::make_id(101, 5)), "RPN 5");
+    EXPECT_EQ(MidiLearnMenu::describe(lumo::MidiMgr::make_id(99, 16383)), "NRPN 16383");
+}
