@@ -1,11 +1,13 @@
 // Loop engine throughput: the whole engine in processor-sized blocks with a busy
-// pattern, and the four-times oversampling chain on its own. Items are samples
+// pattern, the four-times oversampling chain on its own, and the loop filter on
+// its own. Items are samples
 // at the host rate, so Google Benchmark's items_per_second divided by 44100 is
 // the real-time factor.
 #include "dsp/Downsampler2x.h"
 #include "dsp/HalfBandDesign.h"
 #include "dsp/Upsampler2x.h"
 #include "zarquette/BeretCtrl.h"
+#include "zarquette/BeretFilter.h"
 
 #include <benchmark/benchmark.h>
 
@@ -95,5 +97,36 @@ void BM_OversamplingChain(benchmark::State& state)
     report(state);
 }
 BENCHMARK(BM_OversamplingChain);
+
+// The loop filter alone, four samples per host sample, resonant and quantising.
+// Each sample waits for the one before, so this is the floor under the whole
+// engine: nothing around the filter can make the effect faster than this.
+void BM_LoopFilterChain(benchmark::State& state)
+{
+    zarquette::BeretFilter filter;
+    filter.set_sample_freq(4.0f * kRate);
+    filter.set_cutoff(2000.0f);
+    filter.set_resonance(0.9f);
+    filter.set_drive(0.5f);
+    std::array<float, kBlock> in{};
+    std::array<float, kBlock> out{};
+    fill_noise(in);
+    for (auto _ : state)
+    {
+        for (int i = 0; i < kBlock; ++i)
+        {
+            const float x = in[static_cast<std::size_t>(i)];
+            const float a = filter.process<true>(x);
+            const float b = filter.process<true>(-x);
+            const float c = filter.process<true>(0.5f * x);
+            const float d = filter.process<true>(-0.5f * x);
+            out[static_cast<std::size_t>(i)] = (a + b) + (c + d);
+        }
+        benchmark::DoNotOptimize(out.data());
+        benchmark::ClobberMemory();
+    }
+    report(state);
+}
+BENCHMARK(BM_LoopFilterChain);
 
 }  // namespace
