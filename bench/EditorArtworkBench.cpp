@@ -33,7 +33,7 @@ BENCHMARK(BM_EditorFullRedraw)->Unit(benchmark::kMicrosecond);
 // then every control that reaches into it.
 void BM_LargeKnobTileRedraw(benchmark::State& state)
 {
-    const artgen::KnobSpec& k = artgen::knob_specs[0];
+    const artgen::KnobLayout& k = artgen::knob_layouts[0];
     gadu::MemoryRenderingBuffer tile(80, 80);
     double values[4] = {0.0, 0.8, 0.3, 1.0};
     for (auto _ : state)

@@ -22,7 +22,7 @@ constexpr double white = 0.0;
 constexpr double scale_start_deg = 225.0;
 constexpr double scale_sweep_deg = 360.0 * knob_angle_span;
 
-Point knob_centre_in_picture(const KnobSpec& k)
+Point knob_centre_in_picture(const KnobLayout& k)
 {
     // The toolkit turns a picture about the centre of its hot-spot pixel.
     return {k.hot_x + 0.5, k.hot_y + 0.5};
@@ -37,7 +37,7 @@ void rounded_rect(Canvas& c, double x1, double y1, double x2, double y2, double 
 }
 
 // The knob's scale on the background: eleven ticks, the ends and the middle longer.
-void knob_scale(Canvas& c, const KnobSpec& k, const PcfFont& small)
+void knob_scale(Canvas& c, const KnobLayout& k, const PcfFont& small)
 {
     const Point centre{k.centre_x + 0.5, k.centre_y + 0.5};
     // A shadow to the lower right, as if lit from the upper left: it shows
@@ -84,11 +84,11 @@ void title(Canvas& c, const Lettering& fonts)
 void labels(Canvas& c, const Lettering& fonts)
 {
     const BitmapText label(fonts.label, 1, false);
-    const KnobSpec& big = knob_specs[0];
+    const KnobLayout& big = knob_layouts[0];
     label.paint_centred(c, big.centre_x, big.centre_y + big.radius + 20, big.label, black);
     for (int i = 1; i < 4; ++i)
     {
-        const KnobSpec& k = knob_specs[i];
+        const KnobLayout& k = knob_layouts[i];
         label.paint(c, k.centre_x + k.radius + 16, k.centre_y - 9, k.label, black);
     }
     label.paint_centred(c, switch_x + switch_track_width / 2.0, switch_y - 24, "Nuclear Power", black);
@@ -187,19 +187,19 @@ void wine(Canvas& c, const PcfFont& small, double x0)
 
 }  // namespace
 
-double knob_pointer_deg(const KnobSpec& spec)
+double knob_pointer_deg(const KnobLayout& k)
 {
-    return scale_start_deg - 360.0 * spec.angle_offset;
+    return scale_start_deg - 360.0 * k.angle_offset;
 }
 
-Canvas knob(const KnobSpec& spec, double extra_deg)
+Canvas knob(const KnobLayout& k, double extra_deg)
 {
-    Canvas c(spec.width, spec.height, white, 0.0);
-    const Point centre = knob_centre_in_picture(spec);
-    const double r = spec.radius;
+    Canvas c(k.width, k.height, white, 0.0);
+    const Point centre = knob_centre_in_picture(k);
+    const double r = k.radius;
     // A knurled skirt: teeth every 7 pixels or so around the rim.
     const int teeth = static_cast<int>(std::lround(2.0 * pi * r / 7.0));
-    const double rot = knob_pointer_deg(spec) + extra_deg;
+    const double rot = knob_pointer_deg(k) + extra_deg;
     std::vector<Figure> body{disc(centre, r - 2.0)};
     for (int i = 0; i < teeth; ++i)
     {
@@ -258,7 +258,7 @@ Canvas background(const Lettering& fonts)
     Canvas c(screen_width, screen_height, white, 1.0);
     frame(c);
     title(c, fonts);
-    for (const KnobSpec& k : knob_specs)
+    for (const KnobLayout& k : knob_layouts)
     {
         knob_scale(c, k, fonts.small);
     }

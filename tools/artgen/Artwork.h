@@ -22,11 +22,11 @@ namespace artwork
 // The direction the pointer of a knob picture points in, unturned: chosen so
 // that value 0 sits at the lower left and value 1 at the lower right, as on
 // any hi-fi knob.
-double knob_pointer_deg(const KnobSpec& spec);
+double knob_pointer_deg(const KnobLayout& k);
 
 // A knob body with its pointer turned extra_deg away from the picture's own
 // direction (0 for the resource; other angles preview a turned knob).
-Canvas knob(const KnobSpec& spec, double extra_deg = 0.0);
+Canvas knob(const KnobLayout& k, double extra_deg = 0.0);
 Canvas switch_state(int state);
 Canvas arrow();
 Canvas background(const Lettering& fonts);

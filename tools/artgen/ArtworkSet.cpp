@@ -17,7 +17,7 @@ ArtworkSet::ArtworkSet(const std::string& font_folder)
     const Lettering fonts{small, label, title};
 
     _resources.push_back({"BKG", apic::encode_opaque(artwork::background(fonts))});
-    for (const KnobSpec& k : knob_specs)
+    for (const KnobLayout& k : knob_layouts)
     {
         _resources.push_back({k.resource, apic::encode_alpha(artwork::knob(k))});
     }

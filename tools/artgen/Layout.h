@@ -5,7 +5,7 @@ namespace artgen
 
 // Where the editor puts its controls, and the shape of each knob picture: the
 // pictures must fit these positions, hot spots and rotation ranges exactly.
-struct KnobSpec
+struct KnobLayout
 {
     const char* resource;
     const char* label;
@@ -19,7 +19,7 @@ struct KnobSpec
 // Every knob turns by -0.75 turns (clockwise) from value 0 to value 1.
 constexpr double knob_angle_span = -0.75;
 
-constexpr KnobSpec knob_specs[4] = {
+constexpr KnobLayout knob_layouts[4] = {
     {"KN_01_SPN", "Bof", 73, 69, 36, 34, 294, 226, 32.5, 0.5417},
     {"KN_02_SPN", "Gauloises", 35, 41, 18, 22, 57, 150, 15.5, 0.125},
     {"KN_03_SPN", "Oignons", 40, 39, 20, 19, 64, 223, 18.0, 0.575},

@@ -11,7 +11,7 @@ Preview editor_screen(const ArtworkSet& set, const double (&knob_values)[4], int
     Preview screen = Preview::decode(set.get("BKG").bytes);
     for (int i = 0; i < 4; ++i)
     {
-        const KnobSpec& k = knob_specs[i];
+        const KnobLayout& k = knob_layouts[i];
         // The toolkit turns the body by (value x span + offset) turns.
         const double turns = knob_values[i] * knob_angle_span + k.angle_offset;
         const Preview body = Preview::decode(apic::encode_alpha(artwork::knob(k, 360.0 * turns)));

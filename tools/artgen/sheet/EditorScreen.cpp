@@ -28,7 +28,7 @@ EditorScreen::EditorScreen()
     _pics.reserve(8);
     _pictures.reserve(8);
     load("bkg", 0, 0);
-    for (const KnobSpec& k : knob_specs)
+    for (const KnobLayout& k : knob_layouts)
     {
         load(k.resource, k.hot_x, k.hot_y);
     }
@@ -62,12 +62,12 @@ void EditorScreen::draw(gadu::MemoryRenderingBuffer& buffer, std::int32_t x, std
     _pictures[background_pic].draw(gadu::Rect::of_size(-x, -y, w, h), buffer);
     for (int i = 0; i < 4; ++i)
     {
-        draw_knob(buffer, i, values[i], x + knob_specs[i].centre_x, y + knob_specs[i].centre_y);
+        draw_knob(buffer, i, values[i], x + knob_layouts[i].centre_x, y + knob_layouts[i].centre_y);
     }
     draw_switch(buffer, switch_state, x + switch_x, y + switch_y);
     if (dragged >= 0 && dragged < 4)
     {
-        const KnobSpec& k = knob_specs[dragged];
+        const KnobLayout& k = knob_layouts[dragged];
         _pictures[arrow_pic].draw_at(-(x + k.centre_x), -(y + k.centre_y), w, h, buffer);
     }
 }
@@ -75,7 +75,7 @@ void EditorScreen::draw(gadu::MemoryRenderingBuffer& buffer, std::int32_t x, std
 void EditorScreen::draw_knob(gadu::MemoryRenderingBuffer& buffer, int knob, double value, std::int32_t x,
                              std::int32_t y) const
 {
-    const double turns = value * knob_angle_span + knob_specs[knob].angle_offset;
+    const double turns = value * knob_angle_span + knob_layouts[knob].angle_offset;
     _pictures[static_cast<std::size_t>(first_knob_pic + knob)].draw_rotated(
         -x, -y, buffer.get_width(), buffer.get_height(), 2.0 * pi * turns, buffer);
 }

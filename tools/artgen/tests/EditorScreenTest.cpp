@@ -22,7 +22,7 @@ const artgen::EditorScreen& screen()
 // pixels between the drag pointer's spot and the cap's ring.
 double pointer_deg(int knob, double value)
 {
-    const artgen::KnobSpec& k = artgen::knob_specs[knob];
+    const artgen::KnobLayout& k = artgen::knob_layouts[knob];
     gadu::MemoryRenderingBuffer buffer(120, 120);
     buffer.fill(grey);
     screen().draw_knob(buffer, knob, value, 60, 60);
@@ -53,7 +53,7 @@ TEST(EditorScreen, KnobsTurnedByTheToolkitPointFromLowerLeftThroughTopToLowerRig
 {
     for (int knob = 0; knob < 4; ++knob)
     {
-        SCOPED_TRACE(artgen::knob_specs[knob].resource);
+        SCOPED_TRACE(artgen::knob_layouts[knob].resource);
         EXPECT_NEAR(wrap_deg(pointer_deg(knob, 0.0) - 225.0), 0.0, 6.0);
         EXPECT_NEAR(wrap_deg(pointer_deg(knob, 0.5) - 90.0), 0.0, 6.0);
         EXPECT_NEAR(wrap_deg(pointer_deg(knob, 1.0) + 45.0), 0.0, 6.0);

@@ -26,7 +26,7 @@ double wrap_deg(double d)
 
 TEST(KnobPictures, BodiesAreRoundAboutTheirHotSpotWithSmoothEdges)
 {
-    for (const artgen::KnobSpec& k : artgen::knob_specs)
+    for (const artgen::KnobLayout& k : artgen::knob_layouts)
     {
         SCOPED_TRACE(k.resource);
         const ApicView v(artwork().get(k.resource).bytes);
@@ -60,7 +60,7 @@ TEST(KnobPictures, PointerMarkReadsFromLowerLeftToLowerRight)
     // The white pointer's direction, turned by the toolkit's angle at value 0
     // (the angle offset) and at value 1 (offset plus span), must land at the
     // lower left (225 degrees) and the lower right (-45 degrees).
-    for (const artgen::KnobSpec& k : artgen::knob_specs)
+    for (const artgen::KnobLayout& k : artgen::knob_layouts)
     {
         SCOPED_TRACE(k.resource);
         const ApicView v(artwork().get(k.resource).bytes);
