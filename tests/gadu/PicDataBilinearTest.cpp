@@ -50,10 +50,14 @@ TEST(DrawSubpixelTest, HorizontalQuarterSplitsWeights192And64)
     // 255 x (255 x 192 + 128 x 64) >> 16 = 222; 255 x 128 x 192 >> 16 = 95.
     EXPECT_EQ(row_of(buffer, 0), (std::vector<std::uint32_t>{grey(222), grey(95), 0}));
 
-    // Half opacity: W = 128, weights 96 and 32.
+    // Half opacity: W = 128, weights 96 and 32; at a whole offset all 128 on
+    // one pixel: 255 x 255 x 128 >> 16 = 127.
     MemoryRenderingBuffer faded(1, 1);
     pic->draw_subpixel(0.25, 0.0, 1, 1, faded, pic->get_bounds(), 0.5f);
     EXPECT_EQ(faded.get_pixel(0, 0), grey(111));
+    MemoryRenderingBuffer whole(1, 1);
+    pic->draw_subpixel(0.0, 0.0, 1, 1, whole, pic->get_bounds(), 0.5f);
+    EXPECT_EQ(whole.get_pixel(0, 0), grey(127));
 
     // Left of the picture: buffer pixel 0 sees only the picture's left pixel,
     // as its right neighbour, with weight 64.
@@ -164,8 +168,7 @@ TEST(DrawSubpixelTest, WholeOffsetsDrawExactlyLikeDraw)
             MemoryRenderingBuffer plain(8, 8);
             fill_gradient(subpixel);
             fill_gradient(plain);
-            // The opacity plays no part at whole offsets.
-            p.pic->draw_subpixel(-x, -y, 8, 8, subpixel, p.pic->get_bounds(), 0.3f);
+            p.pic->draw_subpixel(-x, -y, 8, 8, subpixel, p.pic->get_bounds(), 1.0f);
             p.pic->draw(Rect::of_size(std::lround(-x), std::lround(-y), 8, 8), plain, p.pic->get_bounds());
             for (int by = 0; by < 8; ++by)
             {
