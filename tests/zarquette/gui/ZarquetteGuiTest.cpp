@@ -156,9 +156,13 @@ TEST_F(Editor, OpeningShowsTheParametersAndTheirDefaultsAndClosingHidesThem)
     EXPECT_TRUE(host->of("set").empty());
     gui.close();
     EXPECT_FALSE(bof.is_visible());
+    EXPECT_FALSE(window.use_control_root()->is_visible());
     host->can_resize = 0.0;
     ASSERT_EQ(gui.open(nullptr), 0);
     EXPECT_FALSE(window.is_resizable());
+    // Every open shows the whole tree again, the roots included.
+    EXPECT_TRUE(window.use_control_root()->is_visible());
+    EXPECT_TRUE(window.use_background_root()->is_visible());
 }
 
 TEST_F(Editor, DraggingKnobOneUpBy128PixelsMovesBofByHalfTheRange)
