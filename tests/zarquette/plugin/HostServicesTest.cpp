@@ -9,6 +9,7 @@
 #include "lumo/TimeInfoRequest.h"
 #include "lumo/SettingKeys.h"
 #include "lumo/vst2/HostGuiVst2Win.h"
+#include "lumo/midi/MidiDevSelDispatcher.h"
 #include "lumo/vst2/Vst2WinPlugin.h"
 #include "zarquette/ZarquetteDsp.h"
 #include "zarquette/plugin/ZarquetteRecipe.h"
@@ -268,8 +269,9 @@ TEST(HostServicesSettings, CategorySpellings)
     OtherSettingsDsp::category = "effect";
 }
 
-// Hidden parameters: the host sees none, and hears of no change.
-TEST(HostServicesSettings, HiddenParametersAreNeitherShownNorReported)
+// Hidden parameters: the host sees none, and hears of no change, neither as
+// automation nor as the MIDI echo of a selected output.
+TEST(HostServicesSettings, HiddenParametersAreNeitherShownNorReportedNorEchoed)
 {
     FakeHost host;
     OtherSettingsDsp::hide_parameters = 1.0;
@@ -279,11 +281,17 @@ TEST(HostServicesSettings, HiddenParametersAreNeitherShownNorReported)
     effect->set_parameter(effect, 0, 0.5f);
     EXPECT_EQ(effect->get_parameter(effect, 0), 0.0f);
     auto& adapter = *static_cast<lumo::Vst2Plugin*>(lumo::AudioEffect::from_aeffect(effect));
+    ASSERT_EQ(adapter.use_midi_dispatcher()->select_output(0), 0);
     const int automated = host.count(HostOp::automate);
     ASSERT_TRUE(adapter.set_and_report_param(2, 0.5f, 200));
     EXPECT_EQ(adapter.use_dsp()->use_param(2).get_norm(), 0.5f);
+    std::vector<float> l(64, 0.0f), r(64, 0.0f), ol(64), orr(64);
+    float* in[2] = {l.data(), r.data()};
+    float* out[2] = {ol.data(), orr.data()};
+    effect->process_replacing(effect, in, out, 64);
     EXPECT_EQ(host.count(HostOp::automate), automated);
     EXPECT_EQ(host.count(HostOp::begin_edit), 0);
+    EXPECT_TRUE(host.sent_midi.empty());
     FakeHost::close_plugin(effect);
     OtherSettingsDsp::hide_parameters = 0.0;
 }
