@@ -2,6 +2,7 @@
 
 #include "AllocationCounter.h"
 #include "BeretRig.h"
+#include "tests/support/Signal.h"
 
 #include <gtest/gtest.h>
 
@@ -32,7 +33,7 @@ struct Engine
 
     void fill_input()
     {
-        beret_test::Noise noise;
+        zq_test::Noise noise;
         for (float& x : buf.in)
         {
             x = noise.next();
@@ -174,7 +175,7 @@ TEST(BeretCtrl, FallingRateWithoutResetCatchesUpWithThePattern)
     EXPECT_LT(e.ctrl.get_pos(), e.ctrl.get_beat_len() * 8.0);
     for (float y : e.buf.out)
     {
-        ASSERT_TRUE(beret_test::is_clean(y));
+        ASSERT_TRUE(zq_test::is_clean(y));
     }
 }
 

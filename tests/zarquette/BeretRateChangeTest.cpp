@@ -5,6 +5,7 @@
 
 #include "AllocationCounter.h"
 #include "BeretRig.h"
+#include "tests/support/Signal.h"
 
 #include <gtest/gtest.h>
 
@@ -36,7 +37,7 @@ TEST(BeretRateChange, DelayLineHoldsEightSecondsAtTheRateInUse)
 TEST(BeretRateChange, OnlyTheRateChangeAllocates)
 {
     beret_test::Buffers buf(kBlock);
-    beret_test::Noise noise;
+    zq_test::Noise noise;
     for (float& x : buf.in)
     {
         x = noise.next();
@@ -62,7 +63,7 @@ TEST(BeretRateChange, OnlyTheRateChangeAllocates)
         EXPECT_EQ(audio_thread.get_count(), 0) << rate;
         for (float y : buf.out)
         {
-            ASSERT_TRUE(beret_test::is_clean(y)) << rate;
+            ASSERT_TRUE(zq_test::is_clean(y)) << rate;
         }
     }
 }

@@ -1,6 +1,7 @@
 #include "zarquette/BeretCtrl.h"
 
 #include "BeretRig.h"
+#include "tests/support/Signal.h"
 
 #include <gtest/gtest.h>
 
@@ -73,7 +74,7 @@ private:
     Signal _signal;
     long _half_period;
     long _t = 0;
-    beret_test::Noise _noise;
+    zq_test::Noise _noise;
 };
 
 struct SoakResult
@@ -109,7 +110,7 @@ SoakResult soak(Signal signal, float rate)
             ctrl.render(kBlock);
             for (float y : buf.out)
             {
-                result.bad_samples += beret_test::is_clean(y) ? 0 : 1;
+                result.bad_samples += zq_test::is_clean(y) ? 0 : 1;
                 result.peak = std::max(result.peak, std::fabs(y));
             }
             result.abnormal_blocks += ctrl.use_loop().use_beret().state_is_normal() ? 0 : 1;
@@ -165,7 +166,7 @@ TEST(BeretSoak, LoudLoopFallingSilentDecaysCleanly)
     ctrl.set_tempo(120.0f);
     ctrl.set_vin_rouge(0.0f);
     ctrl.reset();
-    beret_test::Noise noise;
+    zq_test::Noise noise;
     for (int b = 0; b < 44100 * 2 / kBlock; ++b)
     {
         for (float& x : buf.in)
@@ -182,7 +183,7 @@ TEST(BeretSoak, LoudLoopFallingSilentDecaysCleanly)
         last_peak = 0.0f;
         for (float y : buf.out)
         {
-            ASSERT_TRUE(beret_test::is_clean(y)) << "block " << b;
+            ASSERT_TRUE(zq_test::is_clean(y)) << "block " << b;
             last_peak = std::max(last_peak, std::fabs(y));
         }
         ASSERT_TRUE(ctrl.use_loop().use_beret().state_is_normal()) << "block " << b;
