@@ -71,29 +71,6 @@ double mean(const WavFile& w)
     return sum / w.get_nbr_frames();
 }
 
-// Zero crossings per second where the sound is loud: high for noise and
-// hisses, low for voiced calls.
-double crossing_rate(const WavFile& w)
-{
-    const std::size_t n = w.get_nbr_frames();
-    double threshold = 0.0;
-    for (std::size_t i = 0; i < n; ++i)
-    {
-        threshold = std::max(threshold, std::fabs(sample(w, i)));
-    }
-    threshold *= 0.05;
-    std::size_t crossings = 0, loud = 0;
-    for (std::size_t i = 1; i < n; ++i)
-    {
-        if (std::fabs(sample(w, i)) > threshold || std::fabs(sample(w, i - 1)) > threshold)
-        {
-            ++loud;
-            crossings += (sample(w, i) >= 0.0) != (sample(w, i - 1) >= 0.0);
-        }
-    }
-    return loud > 0 ? static_cast<double>(crossings) / loud * w.get_sample_freq() : 0.0;
-}
-
 // Median pitch of the voiced 40 ms frames, by autocorrelation between 150 and
 // 600 Hz; 0 when nothing is voiced.
 double median_pitch(const WavFile& w)
@@ -176,19 +153,6 @@ TEST(WavFileRecordings, PeaksNearMinusSixDbWithoutOffsetOrClicks)
         EXPECT_LT(std::fabs(sample(w, 0)), 1e-3) << l.name;
         EXPECT_LT(std::fabs(sample(w, w.get_nbr_frames() - 1)), 1e-3) << l.name;
     }
-}
-
-TEST(WavFileRecordings, FuriousCatsAreNoisierThanCalmOnes)
-{
-    std::vector<double> rates[3];
-    for (const Loaded& l : load_set(SampleSet::get_cats()))
-    {
-        rates[l.group].push_back(crossing_rate(l.wav));
-    }
-    const double calm = median(rates[0]), louder = median(rates[1]), furious = median(rates[2]);
-    std::printf("crossings per second: calm %.0f, louder %.0f, furious %.0f\n", calm, louder, furious);
-    EXPECT_GT(furious, 2.0 * calm);
-    EXPECT_GT(furious, 2.0 * louder);
 }
 
 TEST(WavFileRecordings, TheVoiceSpeaksAroundItsPitchAndRisesWhenExcited)

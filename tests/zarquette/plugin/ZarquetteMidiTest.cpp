@@ -99,31 +99,6 @@ TEST_F(ZarquetteMidi, HostEventsDriveTheirParameterByNrpn)
     EXPECT_EQ(host.sent_lists, 0);
 }
 
-TEST_F(ZarquetteMidi, JunkEventListsAreIgnored)
-{
-    EventList list;
-    nrpn(list, -5, 1, 16383);  // before the block: at its first frame
-    list.add(1000, 0xB0, 99, 0);  // after it: at its last frame
-    list.add(0, 0xF0, 0x7E, 0x7F);
-    list.add(0, 0xB0, 6, 0, lumo::vst2::event_types::sysex);
-    list.add(0, 0x26, 0xFF, 0xFF);
-    send(list);
-    EXPECT_EQ(param(1), 1.0f);
-
-    lumo::vst2::Events* events = list.build();
-    for (std::int32_t count : {-1, 0, 10001, 0x7FFFFFFF})
-    {
-        events->num_events = count;
-        EXPECT_EQ(dispatch(PluginOp::process_events, 0, 0, events), 1);
-    }
-    events->num_events = 1;
-    events->events[0] = nullptr;
-    EXPECT_EQ(dispatch(PluginOp::process_events, 0, 0, events), 1);
-    EXPECT_EQ(dispatch(PluginOp::process_events, 0, 0, nullptr), 1);
-    block();
-    EXPECT_EQ(param(1), 1.0f);
-}
-
 TEST_F(ZarquetteMidi, ProgramSelectionIsEchoedAtTheNextBlockButAutomationIsNot)
 {
     ASSERT_EQ(adapter().use_midi_dispatcher()->select_output(0), 0);
