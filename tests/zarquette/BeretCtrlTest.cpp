@@ -1,6 +1,5 @@
 #include "zarquette/BeretCtrl.h"
 
-#include "AllocationCounter.h"
 #include "BeretRig.h"
 #include "tests/support/Signal.h"
 
@@ -175,20 +174,6 @@ TEST(BeretCtrl, FallingRateWithoutResetCatchesUpWithThePattern)
     {
         ASSERT_TRUE(zq_test::is_clean(y));
     }
-}
-
-TEST(BeretCtrl, RenderingAllocatesNothing)
-{
-    Engine e;
-    const AllocationCounter counter;
-    for (int round = 0; round < 8; ++round)
-    {
-        e.ctrl.set_nuke(round % 2 == 0);
-        e.ctrl.set_vin_rouge(static_cast<float>(round) / 8.0f);
-        e.ctrl.set_tempo(60.0f + 25.0f * static_cast<float>(round));
-        e.render(kPass32);
-    }
-    EXPECT_EQ(counter.get_count(), 0);
 }
 
 }  // namespace

@@ -229,38 +229,4 @@ TEST(CatArmy, GroupSharesAndPanSpreadFollowOignons)
     }
 }
 
-TEST(CatArmy, AStartedRecordingIsHeardAtItsPan)
-{
-    CatArmy army(SampleSet::get_cats());
-    std::vector<float> left(256), right(256);
-    army.set_buffers(left.data(), right.data());
-    army.set_oignons(1.0f);
-    army.reset();
-    const zarquette::SampleVoice& v = army.use_player().use_voice(0);
-    int blocks = 0;
-    while (!v.is_busy() && blocks < 10000)
-    {
-        army.render(256);
-        ++blocks;
-    }
-    ASSERT_TRUE(v.is_busy());
-    // Past the recording's quiet start, with no other start meanwhile.
-    army.set_oignons(0.0f);
-    double sum_l = 0.0, sum_r = 0.0;
-    for (int b = 0; b < 20; ++b)
-    {
-        army.render(256);
-        for (int i = 0; i < 256; ++i)
-        {
-            sum_l += std::fabs(left[static_cast<std::size_t>(i)]);
-            sum_r += std::fabs(right[static_cast<std::size_t>(i)]);
-        }
-    }
-    ASSERT_FALSE(army.use_player().use_voice(1).is_busy());
-    EXPECT_GT(sum_l + sum_r, 1.0);
-    EXPECT_NEAR(sum_l * v.get_right_gain(), sum_r * v.get_left_gain(), 1e-4 * (sum_l + sum_r));
-    army.reset();
-    EXPECT_FALSE(v.is_busy());
-}
-
 }  // namespace

@@ -75,11 +75,6 @@ TEST(EffectParams, NamesUnitsAndTypes)
         EXPECT_EQ(name_of(*e.param), e.name);
         EXPECT_EQ(unit_of(*e.param), e.unit);
         EXPECT_EQ(e.param->get_type(), e.type);
-        EXPECT_TRUE(e.param->is_enabled());
-        // A fresh parameter: no listener, values 0, priority -1.
-        EXPECT_EQ(e.param->use_listener(), nullptr);
-        EXPECT_EQ(e.param->get_norm(), 0.0f);
-        EXPECT_EQ(e.param->automation_priority, -1);
     }
     char small[4];
     all[3].param->get_name(small, sizeof(small));
