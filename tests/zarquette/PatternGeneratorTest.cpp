@@ -110,28 +110,6 @@ TEST(PatternGenerator, EveryPatternKeepsItsInvariants)
     }
 }
 
-TEST(PatternGenerator, NuclearPowerRaisesDrive)
-{
-    double sum[2] = {0.0, 0.0};
-    int count[2] = {0, 0};
-    RndGen rnd;
-    for (int round = 0; round < 400; ++round)
-    {
-        const int nuke = round % 2;
-        const Pattern p = generate(rnd, 32, static_cast<float>(nuke));
-        for (int s = 0; s < 32; ++s)
-        {
-            if (p.use_step(s).active)
-            {
-                sum[nuke] += p.use_step(s).drive;
-                ++count[nuke];
-            }
-        }
-    }
-    EXPECT_LT(sum[0] / count[0], 0.3);
-    EXPECT_GT(sum[1] / count[1], 0.7);
-}
-
 TEST(PatternGenerator, RandomOctaveStaysInItsRange)
 {
     RndGen rnd;

@@ -100,19 +100,6 @@ TEST(SampleVoice, PanIsLinearAndStaysInTheField)
     }
 }
 
-TEST(SampleVoice, RenderingAddsToWhatIsThere)
-{
-    WavFile w;
-    const auto image = wav_test::load_samples(w, {16384, 16384, 16384}, 44100);
-    SampleVoice v;
-    v.start(w, 1.0f, 1.0f, -1.0f);
-    Stereo out(2);
-    out.left = {1.0f, 2.0f};
-    v.render(out.left.data(), out.right.data(), 2);
-    EXPECT_EQ(out.left, (std::vector<float>{1.5f, 2.5f}));
-    EXPECT_EQ(out.right, (std::vector<float>{0.0f, 0.0f}));
-}
-
 TEST(SampleVoice, FixedPointPositionsDoNotDependOnTheBlockSplit)
 {
     // A rate with a long binary fraction over the longest recording length:
