@@ -139,34 +139,6 @@ TEST_F(CtrlGroupItemTest, ControlsAddedToAHiddenGroupStayHiddenUntilTheGroupIsSh
     EXPECT_TRUE(lower.is_visible());
 }
 
-TEST_F(CtrlGroupItemTest, AddingAControlWhileTheGroupWalksEndsTheWalkAfterTheCurrentControl)
-{
-    ProbeControl late{"late", log, Rect{0, 0, 100, 100}};
-    struct Adder : DefaultEventListener
-    {
-        Adder(CtrlGroupItem& g, ControlInterface& c) : group(g), control(c) {}
-        void before_message(const MessageInterface& m) override
-        {
-            if (dynamic_cast<const Redraw*>(&m) != nullptr && !added)
-            {
-                added = true;
-                group.add_control(control);
-            }
-        }
-        CtrlGroupItem& group;
-        ControlInterface& control;
-        bool added = false;
-    } adder(root, late);
-    lower.set_listener(&adder);
-    MemoryRenderingBuffer buffer(64, 64);
-    root.handle_message(Redraw(Rect{0, 0, 64, 64}, buffer));
-    EXPECT_EQ(log, (Log{"lower redraw 0,0,64,64"}));
-    EXPECT_EQ(root.get_control_count(), 3);
-    log.clear();
-    root.handle_message(Redraw(Rect{0, 0, 64, 64}, buffer));
-    EXPECT_EQ(log, (Log{"lower redraw 0,0,64,64", "upper redraw 0,0,64,64", "late redraw 0,0,64,64"}));
-}
-
 TEST_F(CtrlGroupItemTest, AControlThatLeavesTheGroupDuringAClickEndsTheWalk)
 {
     struct Leaver : DefaultEventListener

@@ -101,36 +101,5 @@ TEST(TextLineEditorTest, AnswersTheRequesterOnceWithTheTextCutToItsLimit)
     EXPECT_EQ(editor.stop(), -1);
 }
 
-// A requester that asks again as soon as it hears: the editor must already
-// count as closed by then.
-class AskingAgain : public ProbeControl
-{
-public:
-    AskingAgain(Log& log, FakeLineEditor& editor) : ProbeControl("q", log, Rect{}), _editor(editor) {}
-    std::int32_t on_text_input_finished(const TextInputFinished& m) override
-    {
-        ProbeControl::on_text_input_finished(m);
-        restarted = _editor.start(TextInputRequest(this, Rect{}, "next"));
-        return 0;
-    }
-    std::int32_t restarted = 99;
-
-private:
-    FakeLineEditor& _editor;
-};
-
-TEST(TextLineEditorTest, TheRequesterMayOpenTheNextFieldFromTheAnswer)
-{
-    Log log;
-    FakeLineEditor editor;
-    AskingAgain requester(log, editor);
-    editor.start(TextInputRequest(&requester, Rect{}, "first"));
-    EXPECT_EQ(editor.stop(), 0);
-    EXPECT_EQ(log, Log{"q text  cancelled"});
-    EXPECT_EQ(requester.restarted, 0);
-    EXPECT_TRUE(editor.is_active());
-    EXPECT_EQ(editor.get_initial_text(), "next");
-}
-
 }  // namespace
 }  // namespace gadu
