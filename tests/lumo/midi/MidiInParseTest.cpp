@@ -175,6 +175,7 @@ TEST(MidiChannelRecordTest, VersionZeroKeepsTheStateAndFieldsAreClamped)
     state.reset(nullptr, 0);
     std::vector<std::uint8_t> record(28, 0);
     record[11] = 3;  // program 3 under version 0
+    EXPECT_EQ(state.read(record.data(), record.size() - 1), -1);
     ASSERT_EQ(state.read(record.data(), record.size()), 0);
     EXPECT_EQ(state.get_program(), 0);
 

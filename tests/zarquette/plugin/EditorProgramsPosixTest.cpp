@@ -77,6 +77,28 @@ TEST_F(EditorPrograms, ChunksAndProgramChangesMoveTheKnobsWhileOpen)
     dispatch(PluginOp::edit_close);
 }
 
+// Each program keeps its own values through a round of switching, the
+// first value (the tempo, here with a host that reports none) included.
+TEST_F(EditorPrograms, SwitchingProgramsKeepsEachProgramsValues)
+{
+    close();
+    host.has_time_info = false;
+    open();
+    std::vector<std::uint8_t> chunk = bank_chunk(0.25f, 0.75f);
+    ASSERT_EQ(dispatch(PluginOp::set_chunk, 0, static_cast<std::intptr_t>(chunk.size()), chunk.data()), 1);
+    effect->set_parameter(effect, 0, 0.5f);
+    dispatch(PluginOp::set_program, 0, 1);
+    effect->set_parameter(effect, 0, 0.125f);
+    dispatch(PluginOp::set_program, 0, 0);
+    EXPECT_EQ(effect->get_parameter(effect, 0), 0.5f);
+    EXPECT_EQ(effect->get_parameter(effect, 1), 0.25f);
+    dispatch(PluginOp::set_program, 0, 1);
+    EXPECT_EQ(effect->get_parameter(effect, 0), 0.125f);
+    EXPECT_EQ(effect->get_parameter(effect, 1), 0.75f);
+    dispatch(PluginOp::set_program, 0, 0);
+    EXPECT_EQ(effect->get_parameter(effect, 0), 0.5f);
+}
+
 TEST_F(EditorPrograms, WhatChangedWhileClosedShowsAtTheNextOpen)
 {
     open_editor();
