@@ -96,15 +96,7 @@ TEST(PersistentKeyListPosix, WithoutAConfigurationFolderTheHomeFolderServes)
 
     ::unsetenv("XDG_CONFIG_HOME");
     ::unsetenv("HOME");
-    try
-    {
-        PersistentKeyList key("Velnor Tests", false);
-        ADD_FAILURE();
-    }
-    catch (const std::runtime_error& e)
-    {
-        EXPECT_STREQ(e.what(), "sys::PersistentKeyList::PersistentKeyList () : Cannot open path.");
-    }
+    EXPECT_THROW(PersistentKeyList("Velnor Tests", false), std::runtime_error);
 }
 
 TEST(PersistentKeyListPosix, AKeyOrValueBlockedByAnotherKindOfFileFails)
@@ -113,15 +105,7 @@ TEST(PersistentKeyListPosix, AKeyOrValueBlockedByAnotherKindOfFileFails)
     const std::filesystem::path folder = std::filesystem::path(store->get_path()) / "Velnor Tests" / "Blocked";
     std::ofstream(folder / "Child") << "a file where a key should be";
     std::filesystem::create_directory(folder / "v.value");
-    try
-    {
-        PersistentKeyList key("Velnor Tests/Blocked/Child", true);
-        ADD_FAILURE();
-    }
-    catch (const std::runtime_error& e)
-    {
-        EXPECT_STREQ(e.what(), "sys::PersistentKeyList::PersistentKeyList () : Cannot create path.");
-    }
+    EXPECT_THROW(PersistentKeyList("Velnor Tests/Blocked/Child", true), std::runtime_error);
     EXPECT_EQ(parent.set_string("v", "x"), -1);
     std::string value = "stale";
     EXPECT_EQ(parent.get_string("v", value), -1);
