@@ -73,9 +73,12 @@ TEST_F(Editor, BindsEveryParameterToItsControlSetUpAsTheLayoutSays)
     EXPECT_EQ(window.get_content_width(), 512);
     EXPECT_EQ(window.get_window_height(), 384);
     const int knob_params[] = {1, 2, 4, 5};
+    const std::int32_t hit_radii[] = {40, 24, 24, 32};
     for (int k = 0; k < 4; ++k)
     {
         const gadu::Knob& knob = gui.use_effect_part().use_knob(k);
+        const std::int32_t r = hit_radii[k];
+        EXPECT_EQ(knob.get_hit_rect(), (gadu::Rect{-r, -r, r, r}));
         const lumo::MetaControl* meta = gui.use_meta_control(knob_params[k]);
         ASSERT_NE(meta, nullptr);
         EXPECT_EQ(meta->use_control(), &knob);
