@@ -8,7 +8,9 @@ set -euo pipefail
 export WINEPREFIX="$ZQ_WINEPREFIX"
 export WINEARCH=win32
 export WINEDEBUG=-all
-export WINEDLLOVERRIDES="mscoree,mshtml="
+# A crash ends the program with its fault at once, rather than waiting in
+# wine's debugger until the test's time runs out.
+export WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d"
 # Only the date and time of day may move, not the monotonic clock nor the
 # times of files (see cmake/wine-run.sh).
 export FAKETIME_DONT_FAKE_MONOTONIC=1

@@ -56,7 +56,7 @@ run_i386() {
   echo "$route"
   start=$SECONDS
   init_wine_prefix "$root/build/win32" "$root/cmake/wine32-run.sh"
-  ZQ_CTEST_WRAPPER="xvfb-run -a" run_ctest wine32 build/win32 -L i386 --timeout 900
+  ZQ_CTEST_WRAPPER="xvfb-run -a" run_ctest wine32 build/win32 -L i386 --timeout 300
   echo "== wine32 took $((SECONDS - start)) s"
 }
 
