@@ -106,15 +106,15 @@ if ready; then
   exit 0
 fi
 if [ "$check_only" = 1 ]; then
-  if emulator_needed; then
-    unavailable "32-bit programs do not run (run scripts/install-i386.sh as root to set up the emulator)"
-  fi
+  elf32_runs || unavailable "32-bit programs do not run (scripts/install-i386.sh, as root, sets up the emulator)"
+  emulator_needed && unavailable "the emulator is not registered (ZQ_I386_EMULATE=1 asks for it)"
   wine32_matches || unavailable "wine32:i386 at the version of wine64 ($(wine64_version)) is not installed"
   unavailable "$wine32 --version fails"
 fi
 
 if [ "$(id -u)" -ne 0 ]; then
   command -v sudo >/dev/null || unavailable "setting up needs root, and sudo is not installed"
+  rm -rf "$work"
   exec sudo --preserve-env=ZQ_SKIP_I386,ZQ_I386_EMULATE "$0" "$@"
 fi
 
@@ -168,8 +168,8 @@ apt_update() {
 # library installed from that archive cannot be found. The fallback takes such
 # an index as the mirror serves it into a private copy of apt's lists. It is
 # not covered by the signature, so it is used only after the signed indexes
-# failed, only for versions the signed 64-bit index also has (see
-# common_version), and every package is still checked against its hash there.
+# failed; a 32-bit library taken from it must still match a version of the
+# signed 64-bit index, and every package is checked against its hash there.
 use_unsigned_i386_indexes() {
   local url file lists=$work/lists
   grep -oE 'https?://[^ ]*/binary-i386/Packages\.(xz|gz)' "$work/update.log" | sort -u >"$work/dropped"
