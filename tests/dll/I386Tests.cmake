@@ -24,7 +24,7 @@ foreach(pair IN ITEMS i386-linux-gnu:-m32 x86_64-linux-gnu:-m64)
   set(shim ${zq_shim_dir}/lib/${multiarch}/libzqfaketime32.so)
   add_custom_command(OUTPUT ${shim}
     COMMAND ${CMAKE_COMMAND} -E make_directory ${zq_shim_dir}/lib/${multiarch}
-    COMMAND ${ZQ_HOST_CC} ${flag} -std=c11 -O2 -fPIC -shared -nostdlib -ffreestanding -fno-stack-protector
+    COMMAND ${ZQ_HOST_CC} ${flag} -std=c11 -O2 -fPIC -shared -nostdlib -ffreestanding -fno-stack-protector -Wl,-z,defs
             -Wall -Wextra -Wpedantic -Werror -o ${shim} ${ZQ_ROOT}/tests/dll/faketime32.c
     DEPENDS ${ZQ_ROOT}/tests/dll/faketime32.c VERBATIM)
   list(APPEND zq_shims ${shim})

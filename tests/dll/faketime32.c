@@ -88,7 +88,8 @@ int __gettimeofday64(struct tv64* tv, void* tz)
         return -1;
     if (tv) {
         tv->tv_sec = t.tv_sec;
-        tv->tv_usec = t.tv_nsec / 1000;
+        /* Nanoseconds fit 32 bits: a 64-bit division would need libgcc. */
+        tv->tv_usec = (int)t.tv_nsec / 1000;
     }
     return 0;
 }
