@@ -93,10 +93,17 @@ void MousePlayer::play(const MouseScript::Step& step)
         post_at(0, x, y, 0);
         return;
     }
+    // A button where the hand already is (the end of a drag) presses where
+    // the pointer is: an editor may have put the pointer somewhere else
+    // during the drag, and a jump there would be a motion of its own.
+    const bool moved = step.x != _last_x || step.y != _last_y;
     _last_x = step.x;
     _last_y = step.y;
     const auto press = [&](unsigned button, bool down) {
-        post_at(0, step.x, step.y, 0);
+        if (moved)
+        {
+            post_at(0, step.x, step.y, 0);
+        }
         XTestFakeButtonEvent(display, button, down ? True : False, CurrentTime);
         XFlush(display);
     };
