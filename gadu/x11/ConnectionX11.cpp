@@ -22,7 +22,15 @@ struct Registry
     // handler, the last puts back the one it replaced.
     int scopes = 0;
     XErrorHandler replaced = nullptr;
+    XIOErrorHandler replaced_io = nullptr;
 };
+
+ConnectionX11* find_locked(Registry& registry, Display* display)
+{
+    const auto found = std::find_if(registry.connections.begin(), registry.connections.end(),
+                                    [display](const ConnectionX11* c) { return c->use_display() == display; });
+    return found != registry.connections.end() ? *found : nullptr;
+}
 
 Registry& use_registry()
 {
@@ -66,13 +74,14 @@ ConnectionX11::~ConnectionX11()
                                registry.connections.end());
 }
 
-ConnectionX11::Scope::Scope() : _replaced(nullptr), _installed(false)
+ConnectionX11::Scope::Scope() : _installed(false)
 {
     Registry& registry = use_registry();
     std::lock_guard<std::mutex> guard(registry.lock);
     if (registry.scopes++ == 0)
     {
         registry.replaced = XSetErrorHandler(&ConnectionX11::on_error);
+        registry.replaced_io = XSetIOErrorHandler(&ConnectionX11::on_io_error);
     }
     _installed = true;
 }
@@ -89,7 +98,13 @@ ConnectionX11::Scope::~Scope()
         {
             XSetErrorHandler(current);
         }
+        const XIOErrorHandler current_io = XSetIOErrorHandler(registry.replaced_io);
+        if (current_io != &ConnectionX11::on_io_error)
+        {
+            XSetIOErrorHandler(current_io);
+        }
         registry.replaced = nullptr;
+        registry.replaced_io = nullptr;
     }
 }
 
@@ -120,11 +135,9 @@ int ConnectionX11::on_error(Display* display, XErrorEvent* event)
     {
         Registry& registry = use_registry();
         std::lock_guard<std::mutex> guard(registry.lock);
-        const auto found = std::find_if(registry.connections.begin(), registry.connections.end(),
-                                        [display](const ConnectionX11* c) { return c->_display == display; });
-        if (found != registry.connections.end())
+        if (ConnectionX11* connection = find_locked(registry, display))
         {
-            (*found)->record(*event);
+            connection->record(*event);
             return 0;
         }
         replaced = registry.replaced;
@@ -141,6 +154,23 @@ void ConnectionX11::record(const XErrorEvent& /*event*/)
     }
     ++_errors;
     ++unexpected_errors;
+}
+
+// Xlib's own handler ends the process. For our connections the exit handler
+// below marks them broken instead.
+int ConnectionX11::on_io_error(Display* display)
+{
+    XIOErrorHandler replaced = nullptr;
+    {
+        Registry& registry = use_registry();
+        std::lock_guard<std::mutex> guard(registry.lock);
+        if (find_locked(registry, display) != nullptr)
+        {
+            return 0;
+        }
+        replaced = registry.replaced_io;
+    }
+    return replaced != nullptr ? replaced(display) : 0;
 }
 
 void ConnectionX11::on_server_gone(Display* /*display*/, void* self)

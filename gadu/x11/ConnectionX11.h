@@ -30,8 +30,8 @@ public:
     bool is_broken() const { return _broken; }
     bool is_usable() const { return _display != nullptr && !_broken; }
 
-    // While one exists on a thread, this process's error handler is ours (the
-    // one it replaced gets every error that is not on one of our
+    // While one exists on a thread, this process's error handlers are ours
+    // (the ones they replaced get every error that is not on one of our
     // connections). Every entry into the toolkit that talks to the server
     // holds one, since errors arrive only while Xlib reads from the server.
     class Scope
@@ -43,7 +43,6 @@ public:
         Scope& operator=(const Scope&) = delete;
 
     private:
-        XErrorHandler _replaced;
         bool _installed;
     };
 
@@ -61,6 +60,7 @@ public:
 
 private:
     static int on_error(Display* display, XErrorEvent* event);
+    static int on_io_error(Display* display);
     static void on_server_gone(Display* display, void* self);
     void record(const XErrorEvent& event);
 

@@ -71,8 +71,8 @@ std::int32_t MenuX11::show(const MenuRequest& request)
     _handle = XCreateWindow(display, root, x + request.get_offset_x(), y + request.get_offset_y(), 1, 1, 1,
                             CopyFromParent, InputOutput, CopyFromParent,
                             CWOverrideRedirect | CWSaveUnder | CWBackPixel | CWBorderPixel | CWEventMask, &attributes);
+    // A new GC draws text in the server's default font, the one measured above.
     _gc = XCreateGC(display, _handle, 0, nullptr);
-    XSetFont(display, _gc, _font->fid);
     _shown = request.use_menu();
     enter_level(_shown->use_root());
     XMapRaised(display, _handle);

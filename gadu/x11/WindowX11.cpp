@@ -256,6 +256,12 @@ void WindowX11::idle()
     }
 }
 
+std::int32_t WindowX11::handle_message(const MessageInterface& message)
+{
+    const ConnectionX11::Scope scope;
+    return WindowInterface::handle_message(message);
+}
+
 void WindowX11::dispatch(const XEvent& event)
 {
     if (_menu.handle_event(event))
@@ -331,9 +337,24 @@ void WindowX11::on_button(const XButtonEvent& event, bool press)
 
 void WindowX11::on_crossing(const XCrossingEvent& event)
 {
-    // Our grab ended without us letting go (another window was mapped under
-    // a grab of the host's, or the server broke it): the holder must hear.
-    if (event.mode == NotifyUngrab && _grabbed)
+    if (!_grabbed)
+    {
+        return;
+    }
+    // Our grab ended without us letting go: the server says so, or the
+    // pointer "left" a window that is no longer on the screen (the host hid
+    // its window, and a grab ends with the window's visibility). A drag past
+    // the window's edge leaves too, with the grab intact.
+    bool shown = true;
+    if (event.type == LeaveNotify && event.mode != NotifyUngrab)
+    {
+        // Gone altogether when the host destroyed its window.
+        XWindowAttributes attributes{};
+        _connection->begin_probe();
+        const Status found = XGetWindowAttributes(use_display(), _handle, &attributes);
+        shown = _connection->end_probe() && found != 0 && attributes.map_state == IsViewable;
+    }
+    if (event.mode == NotifyUngrab || !shown)
     {
         lose_capture();
     }

@@ -39,6 +39,9 @@ public:
     void close() override;
     void resize() override;
     void idle() override;
+    // Up messages reach the server from outside idle too (an editor that
+    // opens, a test); they talk to it under our error handlers as well.
+    std::int32_t handle_message(const MessageInterface& message) override;
 
     // The display to open; empty (the default) means the one DISPLAY names.
     void set_display_name(const std::string& name) { _display_name = name; }
