@@ -26,6 +26,9 @@ namespace gadu_test
 class HostX11
 {
 public:
+    // The host window's own background: a colour no test scene uses.
+    static constexpr unsigned long kHostColour = 0x3366CC;
+
     explicit HostX11(const std::string& display_name)
     {
         display = XOpenDisplay(display_name.c_str());
@@ -51,7 +54,7 @@ public:
         const int screen = DefaultScreen(display);
         const Window w = XCreateSimpleWindow(display, RootWindow(display, screen), 0, 0,
                                              static_cast<unsigned>(width), static_cast<unsigned>(height), 0, 0,
-                                             0x777777);
+                                             kHostColour);
         XSelectInput(display, w, StructureNotifyMask);
         XMapWindow(display, w);
         XEvent event;
