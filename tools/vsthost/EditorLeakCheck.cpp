@@ -90,8 +90,8 @@ void EditorLeakCheck::Result::print(std::ostream& out) const
 std::string EditorLeakCheck::Result::get_summary() const
 {
     std::ostringstream out;
-    out << rounds << " rounds of " << editors << " editors: GDI " << before.gdi << " -> " << after.gdi << ", USER "
-        << before.user << " -> " << after.user << (class_left ? ", window class left registered" : "");
+    out << rounds << " rounds of " << editors << " editors: " << before.gdi_tag << " " << before.gdi << " -> "
+        << after.gdi << ", " << before.user_tag << " " << before.user << " -> " << after.user << (class_left ? ", window class left registered" : "");
     return out.str();
 }
 

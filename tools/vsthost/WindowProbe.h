@@ -19,9 +19,11 @@ public:
         long user = -1;
         // Counted by looking at every handle, where the system keeps no count.
         bool probed = false;
-        // What the two counts are of on this system.
+        // What the two counts are of on this system, in full and for a summary.
         const char* gdi_name = "GDI objects";
         const char* user_name = "USER objects";
+        const char* gdi_tag = "GDI";
+        const char* user_tag = "USER";
     };
 
     // A window class and the module that registered it.

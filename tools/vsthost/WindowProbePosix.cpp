@@ -127,6 +127,8 @@ WindowProbe::Counts WindowProbe::get_counts()
     counts.user = count_shared_segments();
     counts.gdi_name = "open files (display connections among them)";
     counts.user_name = "shared-memory segments";
+    counts.gdi_tag = "files";
+    counts.user_tag = "shared memory";
     return counts;
 }
 
