@@ -73,6 +73,29 @@ void EditorParent::set_size(int width, int height)
     XFlush(display);
 }
 
+void EditorParent::invalidate_all()
+{
+    Display* display = HostDisplayPosix::use();
+    Window root = 0;
+    Window up = 0;
+    Window* children = nullptr;
+    unsigned count = 0;
+    if (XQueryTree(display, as_window(_window), &root, &up, &children, &count) != 0)
+    {
+        for (unsigned i = 0; i < count; ++i)
+        {
+            XClearArea(display, children[i], 0, 0, 0, 0, True);
+        }
+        XFree(children);
+    }
+    // Once the server has answered, it has sent the editor its exposures.
+    XSync(display, False);
+}
+
+void EditorParent::paint_now()
+{
+}
+
 void EditorParent::pump()
 {
     Display* display = HostDisplayPosix::use();
