@@ -47,7 +47,9 @@ const char* const usage =
     "                                   open and close editors repeatedly; non-zero exit on leaks\n"
     "  editor-bench PLUGIN [--seconds S] [--frames N]\n"
     "                                   the open editor's idle cost and the time of a whole frame\n"
-    "  compare A.png B.png [--tolerance N]  count changed pixels and box the changed areas\n"
+    "  compare A.png B.png [--tolerance N] [--zoom N]\n"
+    "                                   count changed pixels and box the changed areas (A enlarged\n"
+    "                                   N times first, as an editor zoomed by N draws it)\n"
     "Editors open in a window of the system's: Win32, or X11 on the display DISPLAY names.\n"
     "SCRIPT steps, separated by ';': down X Y, up X Y,\n"
     "rdown X Y, rup X Y, click X Y, dblclick X Y, move X Y [STEPS], wheel X Y DELTA, wait MS\n";
