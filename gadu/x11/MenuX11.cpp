@@ -89,14 +89,15 @@ std::int32_t MenuX11::stop()
     {
         return -1;
     }
+    Display* display = _connection->use_display();
     if (_connection->is_usable())
     {
-        Display* display = _connection->use_display();
         XUngrabPointer(display, CurrentTime);
         XUngrabKeyboard(display, CurrentTime);
-        XFreeGC(display, _gc);
         XDestroyWindow(display, _handle);
     }
+    // Also on a broken connection: the GC's memory on our side must go.
+    XFreeGC(display, _gc);
     // Only the client's copy of the font's description; the font is the server's.
     XFreeFontInfo(nullptr, _font, 1);
     _font = nullptr;

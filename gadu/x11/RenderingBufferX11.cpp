@@ -54,7 +54,8 @@ RenderingBufferX11::RenderingBufferX11(ConnectionX11& connection, Window window,
 
 RenderingBufferX11::~RenderingBufferX11()
 {
-    if (_gc != nullptr && _connection.is_usable())
+    // Also on a broken connection: the GC's memory on our side must go.
+    if (_gc != nullptr)
     {
         XFreeGC(_connection.use_display(), _gc);
     }
