@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "gadu/Menu.h"
-#include "gadu/MenuActionInterface.h"
 #include "gadu/MenuDelimiter.h"
 #include "gadu/MenuItem.h"
 #include "gadu/MenuRequest.h"
@@ -31,16 +30,6 @@ using gadu_test::WindowScene;
 
 constexpr int kWidth = WindowScene::kLarge.width;
 constexpr int kHeight = WindowScene::kLarge.height;
-
-class RecordingAction : public MenuActionInterface
-{
-public:
-    explicit RecordingAction(Log& log) : _log(log) {}
-    void on_chosen(MenuItem& item) override { _log.push_back("chose " + item.get_label()); }
-
-private:
-    Log& _log;
-};
 
 // The probes of the scene, where a right click on b opens a menu.
 class WindowX11Test : public ::testing::Test
@@ -113,14 +102,7 @@ protected:
 
 TEST_F(WindowX11Test, OpensAChildOfTheHostWindowThatShowsWhatTheToolkitDraws)
 {
-    Window root = 0;
-    Window up = 0;
-    Window* children = nullptr;
-    unsigned count = 0;
-    XQueryTree(host.display, parent, &root, &up, &children, &count);
-    ASSERT_EQ(count, 1u);
-    EXPECT_EQ(children[0], window.use_handle());
-    XFree(children);
+    EXPECT_EQ(host.children_of(parent), std::vector<Window>{window.use_handle()});
     XWindowAttributes attributes{};
     XGetWindowAttributes(host.display, window.use_handle(), &attributes);
     EXPECT_EQ(attributes.width, kWidth);
@@ -325,7 +307,7 @@ protected:
     }
 
     Menu menu;
-    RecordingAction action{scene.log};
+    gadu_test::RecordingAction action{scene.log};
     MenuItem* one = nullptr;
     MenuItem* off = nullptr;
     MenuItem* two = nullptr;
@@ -384,14 +366,8 @@ TEST_F(MenuX11Test, ClosingTheEditorClosesItsMenu)
     show_at(55, 35);
     const Window shown = window.use_menu().use_handle();
     const auto on_screen = [&] {
-        Window root = 0;
-        Window up = 0;
-        Window* children = nullptr;
-        unsigned count = 0;
-        XQueryTree(host.display, DefaultRootWindow(host.display), &root, &up, &children, &count);
-        const bool found = std::find(children, children + count, shown) != children + count;
-        XFree(children);
-        return found;
+        const std::vector<Window> top = host.children_of(DefaultRootWindow(host.display));
+        return std::find(top.begin(), top.end(), shown) != top.end();
     };
     ASSERT_TRUE(on_screen());
     window.close();
@@ -440,13 +416,7 @@ TEST_F(WindowX11Test, TwoHundredLivesLeaveNoConnectionNoSegmentAndNoWindow)
     }
     EXPECT_EQ(count_open_files(), files);
     EXPECT_EQ(count_shared_segments(), segments);
-    Window root = 0;
-    Window up = 0;
-    Window* children = nullptr;
-    unsigned count = 0;
-    XQueryTree(host.display, parent, &root, &up, &children, &count);
-    EXPECT_EQ(count, 0u);
-    XFree(children);
+    EXPECT_TRUE(host.children_of(parent).empty());
     open();
 }
 

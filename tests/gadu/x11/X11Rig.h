@@ -65,6 +65,22 @@ public:
         return w;
     }
 
+    // The windows directly inside w.
+    std::vector<Window> children_of(Window w) const
+    {
+        Window root = 0;
+        Window up = 0;
+        Window* children = nullptr;
+        unsigned count = 0;
+        std::vector<Window> found;
+        if (XQueryTree(display, w, &root, &up, &children, &count) != 0)
+        {
+            found.assign(children, children + count);
+            XFree(children);
+        }
+        return found;
+    }
+
     // The window's pixels as 0xRRGGBB, rows top down.
     std::vector<std::uint32_t> capture(Window w, int width, int height) const
     {
