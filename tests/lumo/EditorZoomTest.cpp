@@ -11,8 +11,9 @@ namespace
 TEST(EditorZoom, TheUsersZoomIsTakenOtherTextsGiveOneAndStayAsWritten)
 {
     const std::string plugin = "ZoomTest";
-    sys::PersistentKeyList key("Velnor/" + plugin, true);
+    // A plug-in whose key does not exist yet.
     EXPECT_EQ(lumo::EditorZoom::read(plugin), 1);
+    sys::PersistentKeyList key("Velnor/" + plugin, false);
     std::string text;
     ASSERT_EQ(key.get_string("Editor Zoom", text), 0);
     EXPECT_EQ(text, "1");
