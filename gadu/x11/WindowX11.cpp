@@ -487,7 +487,14 @@ void WindowX11::set_cursor_pos(CaptureState::Point pos)
 
 std::int32_t WindowX11::show_menu(const MenuRequest& request)
 {
-    return _menu.show(request);
+    const std::int32_t result = _menu.show(request);
+    // The menu holds the pointer now: a control that held it has lost it, as
+    // it does when the Windows menu takes the capture.
+    if (result == 0)
+    {
+        lose_capture();
+    }
+    return result;
 }
 
 std::int32_t WindowX11::stop_menu()

@@ -55,6 +55,7 @@ TEST_F(PopupMenuLayoutTest, VisibleNodesBecomeRowsOfTheirKindOneBelowTheOther)
     EXPECT_EQ(layout.row_at(5, 27), 1);
     EXPECT_EQ(layout.row_at(5, 28), 2);
     EXPECT_EQ(layout.row_at(-1, 28), -1);
+    EXPECT_EQ(layout.row_at(layout.get_width(), 28), -1);
     EXPECT_EQ(layout.row_at(5, 2), -1);
 }
 
@@ -67,10 +68,16 @@ TEST_F(PopupMenuLayoutTest, TheArrowsSkipWhatCannotBeChosenAndGoRoundTheEnds)
     EXPECT_EQ(layout.next(5, 1), 0);
     EXPECT_FALSE(layout.is_choosable(2));
     EXPECT_FALSE(layout.is_choosable(6));
-    MenuList empty;
-    empty.add(std::make_unique<MenuDelimiter>());
-    layout.build(empty, 12, [](const std::string&) { return 0; });
+    MenuList lines;
+    lines.add(std::make_unique<MenuDelimiter>());
+    layout.build(lines, 12, [](const std::string&) { return 0; });
     EXPECT_EQ(layout.next(-1, 1), -1);
+    MenuList one;
+    one.add(std::make_unique<MenuItem>("One"));
+    layout.build(one, 12, [](const std::string&) { return 0; });
+    EXPECT_EQ(layout.next(0, 1), 0);
+    layout.build(MenuList(), 12, [](const std::string&) { return 0; });
+    EXPECT_EQ(layout.next(-1, -1), -1);
 }
 
 }  // namespace
