@@ -30,6 +30,9 @@ int EditorBenchCommand::run(const std::vector<std::string>& words, std::ostream&
     LivePlugin live(args.get_positionals()[0]);
     live.use_audio().start();
     EditorSession session(live.use_plugin());
+    // The window first, then the host's loop in it without the editor.
+    session.open();
+    const double host_only = session.measure_host_loop(static_cast<int>(seconds * 1000.0));
     session.open();
     // Past the first frames and whatever the first open fills in.
     session.run_for(500);
@@ -38,6 +41,8 @@ int EditorBenchCommand::run(const std::vector<std::string>& words, std::ostream&
     out << "editor " << session.get_width() << "x" << session.get_height() << " idle, "
         << EditorSession::idle_calls_per_second << " idle calls a second:\n";
     session.print_load(out);
+    out << std::fixed << std::setprecision(3) << "the host's loop alone, editor closed: " << host_only
+        << " % of one core\n";
     std::vector<double> times;
     for (int i = 0; i < frames; ++i)
     {

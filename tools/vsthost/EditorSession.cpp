@@ -149,6 +149,25 @@ void EditorSession::restart_load()
     _process_cpu_at_open = CpuClock::get_process_seconds();
 }
 
+double EditorSession::measure_host_loop(int ms)
+{
+    close();
+    if (!_parent)
+    {
+        return 0.0;
+    }
+    using clock = std::chrono::steady_clock;
+    const auto start = clock::now();
+    const double cpu = CpuClock::get_thread_seconds();
+    while (clock::now() < start + std::chrono::milliseconds(ms))
+    {
+        _parent->pump();
+        std::this_thread::sleep_for(pump_pause);
+    }
+    const double wall = std::chrono::duration<double>(clock::now() - start).count();
+    return 100.0 * (CpuClock::get_thread_seconds() - cpu) / wall;
+}
+
 double EditorSession::time_full_repaint()
 {
     if (!_editor_open)

@@ -57,6 +57,10 @@ public:
     void print_load(std::ostream& out) const;
     // Counts the load from now on.
     void restart_load();
+    // The host's own message loop at the session's pace for ms milliseconds
+    // with the editor closed (its window stays): the share of one core that
+    // an open editor's idle cost is measured against.
+    double measure_host_loop(int ms);
     // Makes the editor's whole window dirty and answers the seconds the
     // editor takes to paint it: the window system's paint (Windows) and the
     // host's next idle call (X11, where the editor paints in idle).
