@@ -94,8 +94,8 @@ std::string Lv2TurtleWriter::write_description() const
     {
         out += std::string(", ") + _recipe.plugin_class;
     }
-    out += " ;\n    doap:name " + quoted(plugin_text(_plugin, setting_key::plugin_name)) + " ;\n";
-    out += "    doap:maintainer [ foaf:name " + quoted(plugin_text(_plugin, setting_key::manufacturer)) + " ] ;\n";
+    const std::string name = quoted(plugin_text(_plugin, setting_key::plugin_name));
+    out += " ;\n    doap:name " + name + " ;\n    lv2:project <" + _recipe.uri + "#project> ;\n";
     if (_recipe.comment != nullptr)
     {
         out += std::string("    rdfs:comment ") + quoted(_recipe.comment) + " ;\n";
@@ -105,6 +105,10 @@ std::string Lv2TurtleWriter::write_description() const
     out += "    lv2:optionalFeature lv2:hardRTCapable, urid:map, log:log ;\n";
     out += "    lv2:extensionData state:interface ;\n";
     write_ports(out);
+    // The maintainer belongs to the project, which hosts show as the author.
+    out += std::string("\n<") + _recipe.uri + "#project>\n    a doap:Project ;\n    doap:name " + name
+         + " ;\n    doap:maintainer [ a foaf:Person ; foaf:name "
+         + quoted(plugin_text(_plugin, setting_key::manufacturer)) + " ] .\n";
     return out;
 }
 

@@ -2,6 +2,7 @@
 // validating plug-ins.
 #include "BenchCommand.h"
 #include "CompareCommand.h"
+#include "DemoCommand.h"
 #include "EditorCommand.h"
 #include "EditorStressCommand.h"
 #include "InfoCommand.h"
@@ -45,6 +46,8 @@ const char* const usage =
     "  editor-stress PLUGIN [--cycles N] [--instances K] [--idle-ms N]\n"
     "                                   open and close editors repeatedly; non-zero exit on leaks\n"
     "  compare A.png B.png [--tolerance N]  count changed pixels and box the changed areas\n"
+    "  demo -o OUT.wav [--rate HZ] [--tempo BPM] [--length SECONDS]\n"
+    "                                   write the built-in demo song, the dry signal of render\n"
     "Windows builds only open editors; SCRIPT steps, separated by ';': down X Y, up X Y,\n"
     "rdown X Y, rup X Y, click X Y, dblclick X Y, move X Y [STEPS], wheel X Y DELTA, wait MS\n";
 
@@ -60,6 +63,7 @@ const std::pair<const char*, Command> commands[] = {
     {"screenshot", &vsthost::ScreenshotCommand::run},
     {"editor-stress", &vsthost::EditorStressCommand::run},
     {"compare", &vsthost::CompareCommand::run},
+    {"demo", &vsthost::DemoCommand::run},
 };
 
 }  // namespace
