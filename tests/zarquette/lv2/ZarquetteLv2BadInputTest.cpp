@@ -1,0 +1,168 @@
+#include "Lv2Rig.h"
+
+#include "sys/ClockPin.h"
+
+#include <lv2/atom/atom.h>
+#include <lv2/midi/midi.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+#include <vector>
+
+namespace
+{
+
+using zq_test::Lv2Rig;
+using zq_test::SequenceBytes;
+
+bool all_finite(const std::vector<float>& v)
+{
+    for (const float x : v)
+    {
+        if (!std::isfinite(x))
+        {
+            return false;
+        }
+    }
+    return true;
+}
+
+class ZarquetteLv2BadInput : public ::testing::Test
+{
+protected:
+    const LV2_Descriptor& d = Lv2Rig::use_descriptor();
+    sys::ClockPin clock{100.0};
+    zq_test::UridMap map;
+};
+
+TEST_F(ZarquetteLv2BadInput, ARateThatIsNoRateGivesNoInstance)
+{
+    const LV2_Feature* none[] = {nullptr};
+    for (const double rate : {0.0, -44100.0, std::numeric_limits<double>::quiet_NaN(),
+                              std::numeric_limits<double>::infinity(), 1e300})
+    {
+        EXPECT_EQ(d.instantiate(&d, rate, "/nowhere/", none), nullptr) << rate;
+    }
+    LV2_Handle h = d.instantiate(&d, 96000.0, "/nowhere/", none);
+    ASSERT_NE(h, nullptr);
+    d.cleanup(h);
+}
+
+// A host that runs before connecting gets silence where it can be written,
+// and no crash where it cannot; without a second channel the effect runs mono.
+TEST_F(ZarquetteLv2BadInput, UnconnectedPortsGiveSilenceAndAMissingSecondChannelMono)
+{
+    const LV2_Feature* none[] = {nullptr};
+    LV2_Handle h = d.instantiate(&d, 44100.0, "/nowhere/", none);
+    ASSERT_NE(h, nullptr);
+    d.activate(h);
+    d.run(h, 64);
+    std::vector<float> out_l(64, 7.0f);
+    std::vector<float> out_r(64, 7.0f);
+    d.connect_port(h, 2, out_l.data());
+    d.connect_port(h, 3, out_r.data());
+    d.run(h, 64);
+    EXPECT_EQ(out_l, std::vector<float>(64, 0.0f));
+    EXPECT_EQ(out_r, std::vector<float>(64, 0.0f));
+    std::vector<float> in_l(64, 0.5f);
+    d.connect_port(h, 0, in_l.data());
+    d.connect_port(h, 3, nullptr);
+    out_r.assign(64, 7.0f);
+    for (int b = 0; b < 20; ++b)
+    {
+        d.run(h, 64);
+    }
+    EXPECT_TRUE(all_finite(out_l));
+    EXPECT_NE(out_l, std::vector<float>(64, 0.0f));
+    EXPECT_EQ(out_r, std::vector<float>(64, 7.0f));
+    d.connect_port(h, 999, out_r.data());
+    d.deactivate(h);
+    d.cleanup(h);
+}
+
+TEST_F(ZarquetteLv2BadInput, MidiThatIsNoChannelMessageOrIsCutShortIsSkipped)
+{
+    Lv2Rig rig(map);
+    const std::uint32_t midi = map.id(LV2_MIDI__MidiEvent);
+    SequenceBytes s(map.id(LV2_ATOM__Sequence));
+    // NRPN 2 selected, then data entry cut short, in running status, as SysEx
+    // and as a type no MIDI event has: Gauloises must not move.
+    s.event(0, midi, {0xB0, 99, 0}).event(0, midi, {0xB0, 98, 2});
+    s.event(1, midi, {0xB0, 6}).event(2, midi, {6, 127}).event(3, midi, {0xF0, 0xB0, 6, 127, 0xF7});
+    s.event(4, map.id(LV2_ATOM__Chunk), {0xB0, 6, 127}).event(5, midi, {});
+    rig.send(s);
+    rig.run(64);
+    EXPECT_EQ(rig.param(2), 0.0f);
+    // A whole one does.
+    SequenceBytes whole(map.id(LV2_ATOM__Sequence));
+    whole.event(0, midi, {0xB0, 6, 127, 0xFF});
+    rig.send(whole);
+    rig.run(64);
+    EXPECT_GT(rig.param(2), 0.99f);
+}
+
+TEST_F(ZarquetteLv2BadInput, RandomBytesInTheInputSequenceBreakNothing)
+{
+    Lv2Rig rig(map);
+    std::mt19937 gen(7);
+    for (int b = 0; b < 200; ++b)
+    {
+        SequenceBytes s(map.id(LV2_ATOM__Sequence));
+        for (int e = 0; e < 8; ++e)
+        {
+            std::vector<std::uint8_t> body(gen() % 40);
+            for (auto& x : body)
+            {
+                x = static_cast<std::uint8_t>(gen());
+            }
+            const std::uint32_t type = gen() % 3 == 0 ? map.id(LV2_ATOM__Object) : map.id(LV2_MIDI__MidiEvent);
+            s.event(static_cast<std::int64_t>(gen() % 300) - 20, type, body,
+                    gen() % 5 == 0 ? static_cast<std::int64_t>(gen() % 100000) : -1);
+        }
+        rig.send(s);
+        rig.run(256);
+        ASSERT_TRUE(all_finite(rig.out_l));
+    }
+    for (int i = 0; i < 6; ++i)
+    {
+        EXPECT_TRUE(rig.param(i) >= 0.0f && rig.param(i) <= 1.0f) << i;
+    }
+}
+
+// lv2apply's host: no features at all. The atom ports may still be connected,
+// and then are not read.
+TEST_F(ZarquetteLv2BadInput, WithoutTheHostsMapTheAtomPortsAreLeftAlone)
+{
+    Lv2Rig rig(map, 44100.0, true);
+    SequenceBytes s(map.id(LV2_ATOM__Sequence));
+    s.event(0, map.id(LV2_MIDI__MidiEvent), {0xB0, 99, 0})
+        .event(0, map.id(LV2_MIDI__MidiEvent), {0xB0, 98, 2})
+        .event(0, map.id(LV2_MIDI__MidiEvent), {0xB0, 6, 127});
+    rig.send(s);
+    std::fill(rig.in_l.begin(), rig.in_l.end(), 0.5f);
+    rig.run(256);
+    EXPECT_EQ(rig.param(2), 0.0f);
+    EXPECT_TRUE(all_finite(rig.out_l));
+}
+
+// Blocks longer than any a host announced, and blocks of no frames, whose
+// events act at once.
+TEST_F(ZarquetteLv2BadInput, RunsOfAnyLength)
+{
+    Lv2Rig rig(map, 44100.0, false, 100000);
+    std::fill(rig.in_l.begin(), rig.in_l.end(), 0.25f);
+    rig.run(100000);
+    EXPECT_TRUE(all_finite(rig.out_l));
+    SequenceBytes s(map.id(LV2_ATOM__Sequence));
+    s.event(0, map.id(LV2_MIDI__MidiEvent), {0xB0, 99, 0})
+        .event(0, map.id(LV2_MIDI__MidiEvent), {0xB0, 98, 2})
+        .event(0, map.id(LV2_MIDI__MidiEvent), {0xB0, 6, 127});
+    rig.send(s);
+    rig.run(0);
+    EXPECT_GT(rig.param(2), 0.99f);
+}
+
+}  // namespace
