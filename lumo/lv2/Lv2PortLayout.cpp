@@ -10,23 +10,11 @@ Lv2PortLayout::Lv2PortLayout(const DspInterface& dsp) : _nbr_controls(dsp.get_nb
 {
     for (int p = 0; p < dsp.get_nbr_input_ports(); ++p)
     {
-        const AudioPort& port = dsp.use_input_port(p);
-        _input_firsts.push_back(static_cast<int>(_input_names.size()));
-        _input_counts.push_back(port.get_nbr_channels());
-        for (int c = 0; c < port.get_nbr_channels(); ++c)
-        {
-            _input_names.push_back(port.get_channel_name(c));
-        }
+        _inputs.add_port(dsp.use_input_port(p));
     }
     for (int p = 0; p < dsp.get_nbr_output_ports(); ++p)
     {
-        const AudioPort& port = dsp.use_output_port(p);
-        _output_firsts.push_back(static_cast<int>(_output_names.size()));
-        _output_counts.push_back(port.get_nbr_channels());
-        for (int c = 0; c < port.get_nbr_channels(); ++c)
-        {
-            _output_names.push_back(port.get_channel_name(c));
-        }
+        _outputs.add_port(dsp.use_output_port(p));
     }
     _atom_out = get_first_control() + static_cast<std::uint32_t>(_nbr_controls) + 1;
 }
@@ -40,8 +28,8 @@ Lv2PortLayout::Kind Lv2PortLayout::get_kind(std::uint32_t port, int& number) con
         std::uint32_t count;
     };
     const Range ranges[] = {
-        {Kind::audio_in, get_first_input(), static_cast<std::uint32_t>(_input_names.size())},
-        {Kind::audio_out, get_first_output(), static_cast<std::uint32_t>(_output_names.size())},
+        {Kind::audio_in, get_first_input(), static_cast<std::uint32_t>(get_nbr_inputs())},
+        {Kind::audio_out, get_first_output(), static_cast<std::uint32_t>(get_nbr_outputs())},
         {Kind::control, get_first_control(), static_cast<std::uint32_t>(_nbr_controls)},
         {Kind::atom_in, get_atom_in(), 1},
         {Kind::atom_out, get_atom_out(), 1},
@@ -58,23 +46,23 @@ Lv2PortLayout::Kind Lv2PortLayout::get_kind(std::uint32_t port, int& number) con
     return Kind::none;
 }
 
-int Lv2PortLayout::find_channel(const std::vector<int>& firsts, const std::vector<int>& counts, int port, int c)
+void Lv2PortLayout::Channels::add_port(const AudioPort& port)
 {
-    if (port < 0 || port >= static_cast<int>(firsts.size()) || c < 0 || c >= counts[static_cast<std::size_t>(port)])
+    _firsts.push_back(get_count());
+    _counts.push_back(port.get_nbr_channels());
+    for (int c = 0; c < port.get_nbr_channels(); ++c)
+    {
+        _names.push_back(port.get_channel_name(c));
+    }
+}
+
+int Lv2PortLayout::Channels::find(int port, int c) const
+{
+    if (port < 0 || port >= static_cast<int>(_firsts.size()) || c < 0 || c >= _counts[static_cast<std::size_t>(port)])
     {
         return -1;
     }
-    return firsts[static_cast<std::size_t>(port)] + c;
-}
-
-int Lv2PortLayout::get_input_channel(int port, int c) const
-{
-    return find_channel(_input_firsts, _input_counts, port, c);
-}
-
-int Lv2PortLayout::get_output_channel(int port, int c) const
-{
-    return find_channel(_output_firsts, _output_counts, port, c);
+    return _firsts[static_cast<std::size_t>(port)] + c;
 }
 
 }  // namespace lumo
