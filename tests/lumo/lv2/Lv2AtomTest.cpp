@@ -137,6 +137,9 @@ TEST_F(Lv2Atoms, ObjectFindsANumberOfAnyNumericTypeAndStopsAtAPropertyThatOverru
     EXPECT_EQ(number_of(zq_test::ObjectBytes(position).property(bpm, urids.atom_int, std::int32_t{90}).bytes), 90.0);
     EXPECT_EQ(number_of(zq_test::ObjectBytes(position).property(bpm, urids.atom_long, std::int64_t{140}).bytes), 140.0);
     EXPECT_EQ(number_of(zq_test::ObjectBytes(position).property(bpm, urids.atom_chunk, 1.0f).bytes), -1.0);
+    // A value shorter than its type is not read past its end.
+    EXPECT_EQ(number_of(zq_test::ObjectBytes(position).property(bpm, urids.atom_double, 1.0f).bytes), -1.0);
+    EXPECT_EQ(number_of(zq_test::ObjectBytes(position).property(bpm, urids.atom_long, std::int32_t{9}).bytes), -1.0);
     EXPECT_EQ(number_of(zq_test::ObjectBytes(other).property(bpm, urids.atom_float, 1.0f).bytes), -1.0);
     EXPECT_EQ(number_of(zq_test::ObjectBytes(position).property(bpm, urids.atom_float, 1.0f).bytes, urids.atom_blank),
               1.0);

@@ -55,6 +55,17 @@ TEST_F(ZarquetteLv2BadInput, ARateThatIsNoRateGivesNoInstance)
 // and no crash where it cannot; without a second channel the effect runs mono.
 TEST_F(ZarquetteLv2BadInput, UnconnectedPortsGiveSilenceAndAMissingSecondChannelMono)
 {
+    {
+        // Connected whole, the cats are panned apart.
+        Lv2Rig rig(map);
+        rig.control("gauloises") = 100.0f;
+        rig.control("oignons") = 100.0f;
+        for (int b = 0; b < 100; ++b)
+        {
+            rig.run(256);
+        }
+        EXPECT_NE(rig.out_l, rig.out_r);
+    }
     const LV2_Feature* none[] = {nullptr};
     LV2_Handle h = d.instantiate(&d, 44100.0, "/nowhere/", none);
     ASSERT_NE(h, nullptr);

@@ -247,6 +247,8 @@ TEST_F(ZarquetteLv2, TheUsersSettingsFileBindsControllersAndSendsTheEchoToTheHos
     EXPECT_EQ(Strings(sent.begin() + 8, sent.begin() + 12),
               (Strings{"B0 63 00", "B0 62 02", "B0 06 40", "B0 26 00"}));
     EXPECT_EQ(sent[16], "B0 4A 7F");
+    // Files of its own the plug-in would keep below its bundle.
+    EXPECT_EQ(rig.plugin().get_store_path(), "/nowhere/zarquette.lv2/Velnor/Zarquette LV2");
 }
 
 }  // namespace

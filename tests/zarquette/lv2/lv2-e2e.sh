@@ -47,6 +47,7 @@ validate)
   done
   sord_validate "${schemas[@]}" "$bundle"/*.ttl >validate.log 2>&1 || { cat validate.log; fail "sord_validate"; }
   grep -q "Found 0 errors" validate.log || { cat validate.log; fail "sord_validate reports errors"; }
+  grep -q "lv2:minorVersion 12 ;" "$bundle/zarquette.ttl" || fail "the description does not carry version 1.12"
   exports=$(nm -D --defined-only "$bundle"/*.so | awk '{ print $3 }')
   [ "$exports" = lv2_descriptor ] || fail "the library exports more than lv2_descriptor: $exports"
   ;;
