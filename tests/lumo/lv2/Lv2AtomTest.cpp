@@ -93,27 +93,17 @@ TEST_F(Lv2Atoms, ReaderTakesOnlySequencesTimedInFramesFromAMappedHost)
     EXPECT_FALSE(lumo::Lv2SequenceReader(frames.get(), 8, lumo::Lv2Urids{}).next(e));
 }
 
-TEST_F(Lv2Atoms, WriterFillsTheHostsBufferWhileEventsFitAndTheReaderReadsThemBack)
+// What fits is the echo's business (Lv2MidiOut's tests); a buffer too small
+// for even an empty sequence is left as an empty atom.
+TEST_F(Lv2Atoms, WriterLeavesABufferTooSmallForASequenceAsAnEmptyAtom)
 {
-    // Room for the sequence header and two events of 3 bytes (24 bytes each, padded).
-    std::vector<std::uint64_t> buffer(16, 0xFFFFFFFFFFFFFFFFu);
+    std::vector<std::uint64_t> buffer(4, 0xFFFFFFFFFFFFFFFFu);
     auto* seq = reinterpret_cast<LV2_Atom_Sequence*>(buffer.data());
-    seq->atom.size = sizeof(LV2_Atom_Sequence_Body) + 2 * 24;
-    lumo::Lv2SequenceWriter writer(seq, urids.atom_sequence);
-    EXPECT_TRUE(writer.append(0, urids.midi_event, note.data(), 3));
-    EXPECT_TRUE(writer.append(5, urids.midi_event, note.data(), 3));
-    EXPECT_FALSE(writer.has_room(3));
-    EXPECT_FALSE(writer.append(6, urids.midi_event, note.data(), 1));
-    EXPECT_EQ(seq->atom.type, urids.atom_sequence);
-    EXPECT_EQ(frames_read(seq, 8), (std::vector<std::uint32_t>{0, 5}));
-
-    // Too small for even an empty sequence: an empty atom.
     seq->atom.size = 4;
     lumo::Lv2SequenceWriter tiny(seq, urids.atom_sequence);
     EXPECT_EQ(seq->atom.size, 0u);
-    EXPECT_FALSE(tiny.is_open());
-    lumo::Lv2SequenceWriter unconnected(nullptr, urids.atom_sequence);
-    EXPECT_FALSE(unconnected.append(0, urids.midi_event, note.data(), 3));
+    EXPECT_EQ(seq->atom.type, 0u);
+    EXPECT_FALSE(tiny.append(0, urids.midi_event, note.data(), 1));
 }
 
 TEST_F(Lv2Atoms, ObjectFindsANumberOfAnyNumericTypeAndStopsAtAPropertyThatOverruns)

@@ -7,9 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
-#include <random>
 #include <vector>
 
 namespace
@@ -115,65 +115,13 @@ TEST_F(ZarquetteLv2BadInput, MidiThatIsNoChannelMessageOrIsCutShortIsSkipped)
     EXPECT_GT(rig.param(2), 0.99f);
 }
 
-TEST_F(ZarquetteLv2BadInput, RandomBytesInTheInputSequenceBreakNothing)
-{
-    Lv2Rig rig(map);
-    std::mt19937 gen(7);
-    for (int b = 0; b < 200; ++b)
-    {
-        SequenceBytes s(map.id(LV2_ATOM__Sequence));
-        for (int e = 0; e < 8; ++e)
-        {
-            std::vector<std::uint8_t> body(gen() % 40);
-            for (auto& x : body)
-            {
-                x = static_cast<std::uint8_t>(gen());
-            }
-            const std::uint32_t type = gen() % 3 == 0 ? map.id(LV2_ATOM__Object) : map.id(LV2_MIDI__MidiEvent);
-            s.event(static_cast<std::int64_t>(gen() % 300) - 20, type, body,
-                    gen() % 5 == 0 ? static_cast<std::int64_t>(gen() % 100000) : -1);
-        }
-        rig.send(s);
-        rig.run(256);
-        ASSERT_TRUE(all_finite(rig.out_l));
-    }
-    for (int i = 0; i < 6; ++i)
-    {
-        EXPECT_TRUE(rig.param(i) >= 0.0f && rig.param(i) <= 1.0f) << i;
-    }
-}
-
-// lv2apply's host: no features at all. The atom ports may still be connected,
-// and then are not read.
-TEST_F(ZarquetteLv2BadInput, WithoutTheHostsMapTheAtomPortsAreLeftAlone)
-{
-    Lv2Rig rig(map, 44100.0, true);
-    SequenceBytes s(map.id(LV2_ATOM__Sequence));
-    s.event(0, map.id(LV2_MIDI__MidiEvent), {0xB0, 99, 0})
-        .event(0, map.id(LV2_MIDI__MidiEvent), {0xB0, 98, 2})
-        .event(0, map.id(LV2_MIDI__MidiEvent), {0xB0, 6, 127});
-    rig.send(s);
-    std::fill(rig.in_l.begin(), rig.in_l.end(), 0.5f);
-    rig.run(256);
-    EXPECT_EQ(rig.param(2), 0.0f);
-    EXPECT_TRUE(all_finite(rig.out_l));
-}
-
-// Blocks longer than any a host announced, and blocks of no frames, whose
-// events act at once.
-TEST_F(ZarquetteLv2BadInput, RunsOfAnyLength)
+// A block longer than any the host announced.
+TEST_F(ZarquetteLv2BadInput, ALongBlock)
 {
     Lv2Rig rig(map, 44100.0, false, 100000);
     std::fill(rig.in_l.begin(), rig.in_l.end(), 0.25f);
     rig.run(100000);
     EXPECT_TRUE(all_finite(rig.out_l));
-    SequenceBytes s(map.id(LV2_ATOM__Sequence));
-    s.event(0, map.id(LV2_MIDI__MidiEvent), {0xB0, 99, 0})
-        .event(0, map.id(LV2_MIDI__MidiEvent), {0xB0, 98, 2})
-        .event(0, map.id(LV2_MIDI__MidiEvent), {0xB0, 6, 127});
-    rig.send(s);
-    rig.run(0);
-    EXPECT_GT(rig.param(2), 0.99f);
 }
 
 }  // namespace
