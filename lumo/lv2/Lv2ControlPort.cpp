@@ -29,10 +29,6 @@ constexpr UnitInfo units[] = {
     {"Hz", LV2_UNITS__hz, 1.0},   {"ms", LV2_UNITS__ms, 1.0},   {"s", LV2_UNITS__s, 1.0},
 };
 
-// A parameter of integer steps with this many values or fewer gets a label
-// for each of them.
-constexpr int max_labels = 16;
-
 }  // namespace
 
 Lv2ControlPort::Lv2ControlPort(const NormalizedParamInterface& param) : _param(&param)
@@ -65,13 +61,14 @@ Lv2ControlPort::Lv2ControlPort(const NormalizedParamInterface& param) : _param(&
     _minimum = std::floor(_minimum + 0.5f);
     _maximum = std::floor(_maximum + 0.5f);
     _default = std::floor(_default + 0.5f);
-    // The VST 2 adapter's rule: integer steps one apart make a switch.
+    // The VST 2 adapter's rule: integer steps one apart make a switch, and
+    // hosts show its states by their names.
     _toggle = _maximum - _minimum == 1.0f;
-    if (_maximum - _minimum >= max_labels)
+    if (!_toggle)
     {
         return;
     }
-    for (float v = _minimum; v <= _maximum; v += 1.0f)
+    for (const float v : {_minimum, _maximum})
     {
         param.get_display(text, text_capacity, v / _scale);
         _labels.push_back(Label{v, text});

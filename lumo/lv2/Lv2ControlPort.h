@@ -38,6 +38,7 @@ public:
     const char* get_unit_uri() const { return _unit_uri; }
     bool is_integer() const { return _integer; }
     bool is_toggle() const { return _toggle; }
+    // A switch's two states; nothing for other parameters.
     const std::vector<Label>& get_labels() const { return _labels; }
 
     // Audio thread: the normalized value of a port value, clamped to the

@@ -79,7 +79,6 @@ Lv2Plugin::Lv2Plugin(const Lv2PluginRecipe& recipe, double rate, const std::stri
         create_midi(receiver);
     }
     _dsp->set_host(new HostDspLv2(*this));
-    _dsp->set_gui(nullptr);
     _dsp->set_sample_freq(static_cast<float>(rate));
 
     _dsp->init();
@@ -202,8 +201,8 @@ void Lv2Plugin::run(std::uint32_t frames)
     Lv2Event event;
     while (events.next(event))
     {
-        render(done, std::min(event.frame, frames));
-        done = std::max(done, std::min(event.frame, frames));
+        render(done, event.frame);
+        done = event.frame;
         take_event(event);
     }
     render(done, frames);

@@ -22,7 +22,8 @@ public:
     // does anything that is not a sequence timed in audio frames.
     Lv2SequenceReader(const LV2_Atom_Sequence* sequence, std::uint32_t frames, const Lv2Urids& urids);
 
-    // The next usable event; false at the end.
+    // The next usable event, at a frame no earlier than the one before and
+    // within the block; false at the end.
     bool next(Lv2Event& event);
 
 private:

@@ -81,10 +81,18 @@ TEST_F(ZarquetteLv2State, TheProgramAndTheLearnedControllersComeBack)
         EXPECT_EQ(slot.get_value(i), saved[static_cast<std::size_t>(i)]) << i;
     }
 
+    // Name and tag come back as they were kept.
+    std::vector<std::uint8_t>& bytes = state.values[program_key()].bytes;
+    bytes[0] = 0x12;
+    bytes[3] = 0x78;
+    bytes[12] = 'M';
     Lv2Rig rig(map);
     rig.run(32);
     ASSERT_EQ(rig.restore(state), LV2_STATE_SUCCESS);
     EXPECT_EQ(params(rig), saved);
+    StateStore again;
+    ASSERT_EQ(rig.save(again), LV2_STATE_SUCCESS);
+    EXPECT_EQ(again.values[program_key()].bytes, bytes);
     // The learned controller drives Oignons again, and its NRPN no longer does.
     rig.control("oignons") = 10.0f;
     rig.run(32);
