@@ -61,14 +61,14 @@ normalise() {
 
 windows=Zarquette-$version-windows
 stage_files "$stage/$windows" build/win32/Zarquette_vst2win.dll build/win64/Zarquette_vst2win64.dll
-readme_part "Install into a host" "The editor" >"$stage/$windows/README.md"
+readme_part "Install into a host" "The editor" "Editor zoom" >"$stage/$windows/README.md"
 normalise "$stage/$windows"
 rm -f "dist/$windows.zip"
 (cd "$stage" && find "$windows" -print | LC_ALL=C sort | TZ=UTC zip -q -X -D -@ "$root/dist/$windows.zip")
 
 linux=Zarquette-$version-linux-x86_64
 stage_files "$stage/$linux" build/native/Zarquette_vst2linux.so build/native/zarquette.lv2
-readme_part "Linux: the VST 2 library and the LV2 bundle" "The editor" >"$stage/$linux/README.md"
+readme_part "Linux hosts" "LV2 hosts" "The editor" "Editor zoom" >"$stage/$linux/README.md"
 normalise "$stage/$linux"
 (cd "$stage" && tar --sort=name --mtime="@$epoch" --owner=0 --group=0 --numeric-owner --format=gnu -cf - "$linux") \
   | gzip -9 -n >"dist/$linux.tar.gz"
