@@ -29,7 +29,7 @@ build_targets win64 Zarquette_vst2win64
 # readme_part SECTION...: the README's title and first paragraph, then each
 # "## SECTION" whole, in the order given.
 readme_part() {
-  awk '/^$/ { exit } { print }' README.md
+  awk 'NR == 1 { print; next } /^$/ { if (text) exit; print; next } { text = 1; print }' README.md
   local section text
   for section in "$@"; do
     text=$(awk -v want="## $section" '/^## / { inside = ($0 == want) } inside { print }' README.md)
