@@ -9,6 +9,7 @@ packages=(
   wine wine64 xvfb xauth faketime sox clang libclang-rt-14-dev icoutils
   xfonts-base zlib1g-dev libstb-dev
   libx11-dev libxext-dev libxtst-dev
+  lv2-dev lilv-utils sordi zip
 )
 
 missing=()

@@ -2,6 +2,7 @@
 // validating plug-ins.
 #include "BenchCommand.h"
 #include "CompareCommand.h"
+#include "DemoCommand.h"
 #include "EditorBenchCommand.h"
 #include "EditorCommand.h"
 #include "EditorStressCommand.h"
@@ -50,6 +51,8 @@ const char* const usage =
     "  compare A.png B.png [--tolerance N] [--zoom N]\n"
     "                                   count changed pixels and box the changed areas (A enlarged\n"
     "                                   N times first, as an editor zoomed by N draws it)\n"
+    "  demo -o OUT.wav [--rate HZ] [--tempo BPM] [--length SECONDS]\n"
+    "                                   write the built-in demo song, the dry signal of render\n"
     "Editors open in a window of the system's: Win32, or X11 on the display DISPLAY names.\n"
     "SCRIPT steps, separated by ';': down X Y, up X Y,\n"
     "rdown X Y, rup X Y, click X Y, dblclick X Y, move X Y [STEPS], wheel X Y DELTA, wait MS\n";
@@ -67,6 +70,7 @@ const std::pair<const char*, Command> commands[] = {
     {"editor-stress", &vsthost::EditorStressCommand::run},
     {"editor-bench", &vsthost::EditorBenchCommand::run},
     {"compare", &vsthost::CompareCommand::run},
+    {"demo", &vsthost::DemoCommand::run},
 };
 
 }  // namespace
