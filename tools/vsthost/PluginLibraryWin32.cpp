@@ -40,12 +40,17 @@ PluginLibrary::PluginLibrary(const std::string& path) : _path(path), _directory(
         }
     }
     FreeLibrary(module);
-    throw std::runtime_error(path + " exports no VST 2 entry point (VSTPluginMain or main)");
+    throw NotAPluginError(path + " exports no VST 2 entry point (VSTPluginMain or main)");
 }
 
 PluginLibrary::~PluginLibrary()
 {
     FreeLibrary(static_cast<HMODULE>(_handle));
+}
+
+const char* PluginLibrary::get_file_extension()
+{
+    return ".dll";
 }
 
 }  // namespace vsthost

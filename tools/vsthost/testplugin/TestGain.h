@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TestGainCrash.h"
 #include "TestGainEditor.h"
 #include "TestGainMidi.h"
 #include "lumo/vst2/Vst2Abi.h"
@@ -86,6 +87,7 @@ private:
     std::vector<std::uint8_t> _chunk;
     TestGainEditor _editor{*this};
     TestGainMidi _midi;
+    TestGainCrash _crash;
     lumo::vst2::ERect _rect{0, 0, TestGainEditor::height, TestGainEditor::width};
     double _sample_rate = 44100.0;
 };
