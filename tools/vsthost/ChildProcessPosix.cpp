@@ -164,9 +164,9 @@ std::string ChildProcess::describe(const ChildEnd& end)
 
 std::string ChildProcess::get_own_path()
 {
-    // The link, not its target: it still starts this program if the file was
-    // replaced by a new build meanwhile.
-    return "/proc/self/exe";
+    char path[4096];
+    const ssize_t n = readlink("/proc/self/exe", path, sizeof path - 1);
+    return n > 0 ? std::string(path, static_cast<std::size_t>(n)) : "/proc/self/exe";
 }
 
 }  // namespace vsthost

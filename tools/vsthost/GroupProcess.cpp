@@ -105,7 +105,9 @@ GroupOutcome GroupProcess::run(const ValidationOptions& options, const std::stri
         if (end.kind == ChildEnd::Kind::killed)
         {
             outcome.kind = GroupOutcome::Kind::timed_out;
-            outcome.detail = "timed out after " + format_number(limit.count()) + " s" + describe_place(reader);
+            char seconds[32];
+            std::snprintf(seconds, sizeof seconds, "%g", limit.count());
+            outcome.detail = "timed out after " + std::string(seconds) + " s" + describe_place(reader);
         }
         else if (!clean || !reader.is_done())
         {

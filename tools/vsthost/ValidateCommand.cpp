@@ -85,7 +85,7 @@ int ValidateCommand::run(const std::vector<std::string>& words, std::ostream& ou
                                     + ") found");
     }
     const bool one = plugins.size() == 1 && plugins.front().named;
-    out << "validating " << (one ? plugins.front().path : std::to_string(plugins.size()) + " plug-ins")
+    out << "validating " << (one ? plugins.front().path : std::to_string(plugins.size()) + " files")
         << " at level " << options.level << ", seed " << options.seed << "\n";
     const GroupProcess runner(ChildProcess::get_own_path(), {"validate"});
     std::vector<PluginResult> results;
@@ -155,7 +155,7 @@ void ValidateCommand::print_plugin_line(const PluginResult& result, std::ostream
     {
         if (c.verdict == Verdict::fail)
         {
-            out << "      " << c.group << ": " << c.name << (c.detail.empty() ? "" : ": ") << c.detail << "\n";
+            out << "      " << c.name << (c.detail.empty() ? "" : ": ") << c.detail << "\n";
         }
     }
     out.flush();
