@@ -142,8 +142,7 @@ int ValidateCommand::run_child(const ValidationOptions& options, const std::stri
 
 void ValidateCommand::print_plugin_line(const PluginResult& result, std::ostream& out)
 {
-    static const char* const verdicts[] = {"PASS ", "FAIL ", "CRASH", "SKIP "};
-    out << verdicts[static_cast<int>(result.kind)] << " " << result.path << ": ";
+    out << get_result_label(result.kind) << " " << result.path << ": ";
     if (result.kind == PluginResult::Kind::not_a_plugin)
     {
         out << "not a VST 2 plug-in\n";

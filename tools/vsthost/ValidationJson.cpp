@@ -2,6 +2,7 @@
 
 #include "ValidationOptions.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace vsthost
@@ -55,13 +56,23 @@ void write_group(std::ostream& out, const GroupOutcome& g)
         << ", \"detail\": " << ValidationJson::quote(g.detail) << ", \"duration\": " << number(g.seconds) << "}";
 }
 
+const char* get_verdict_word(Verdict verdict)
+{
+    switch (verdict)
+    {
+    case Verdict::pass:
+        return "pass";
+    case Verdict::fail:
+        return "fail";
+    case Verdict::skip:
+        break;
+    }
+    return "skip";
+}
+
 void write_check(std::ostream& out, const CheckRecord& c)
 {
-    std::string verdict = get_verdict_text(c.verdict);
-    for (char& ch : verdict)
-    {
-        ch = static_cast<char>(ch - 'A' + 'a');
-    }
+    const char* verdict = get_verdict_word(c.verdict);
     out << "        {\"group\": " << ValidationJson::quote(c.group) << ", \"name\": " << ValidationJson::quote(c.name)
         << ", \"result\": " << ValidationJson::quote(verdict) << ", \"detail\": " << ValidationJson::quote(c.detail)
         << ", \"duration\": " << number(c.seconds) << "}";
@@ -134,16 +145,16 @@ std::string ValidationJson::quote(const std::string& text)
 
 void ValidationJson::write(std::ostream& out, const ValidationOptions& options, const std::vector<PluginResult>& results)
 {
-    int counts[4] = {};
-    for (const PluginResult& r : results)
-    {
-        ++counts[static_cast<int>(r.kind)];
-    }
+    const auto count = [&](PluginResult::Kind kind) {
+        return std::count_if(results.begin(), results.end(), [&](const PluginResult& r) { return r.kind == kind; });
+    };
     out << "{\n  \"level\": " << options.level << ",\n  \"seed\": " << options.seed
         << ",\n  \"repeats\": " << options.repeats << ",\n  \"isolation\": \""
         << (options.in_process ? "in process" : "process per group") << "\",\n  \"timeout\": "
-        << number(options.timeout_seconds) << ",\n  \"passed\": " << counts[0] << ",\n  \"failed\": " << counts[1]
-        << ",\n  \"crashed\": " << counts[2] << ",\n  \"not_plugins\": " << counts[3] << ",\n  \"plugins\": [";
+        << number(options.timeout_seconds) << ",\n  \"passed\": " << count(PluginResult::Kind::passed)
+        << ",\n  \"failed\": " << count(PluginResult::Kind::failed) << ",\n  \"crashed\": "
+        << count(PluginResult::Kind::crashed) << ",\n  \"not_plugins\": " << count(PluginResult::Kind::not_a_plugin)
+        << ",\n  \"plugins\": [";
     for (std::size_t i = 0; i < results.size(); ++i)
     {
         out << (i == 0 ? "\n" : ",\n");

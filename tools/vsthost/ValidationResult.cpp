@@ -35,4 +35,20 @@ const char* get_result_text(PluginResult::Kind kind)
     return "not a plug-in";
 }
 
+const char* get_result_label(PluginResult::Kind kind)
+{
+    switch (kind)
+    {
+    case PluginResult::Kind::passed:
+        return "PASS ";
+    case PluginResult::Kind::failed:
+        return "FAIL ";
+    case PluginResult::Kind::crashed:
+        return "CRASH";
+    case PluginResult::Kind::not_a_plugin:
+        break;
+    }
+    return "SKIP ";
+}
+
 }  // namespace vsthost

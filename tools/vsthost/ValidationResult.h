@@ -27,6 +27,7 @@ struct GroupOutcome
     double seconds = 0.0;
 };
 
+// "completed", "crashed", "timed out", "not run".
 const char* get_outcome_text(GroupOutcome::Kind kind);
 
 // Everything the validator found about one plug-in file.
@@ -48,6 +49,9 @@ struct PluginResult
     double seconds = 0.0;
 };
 
+// As the JSON report gives it: "pass", "fail", "crash", "not a plug-in".
 const char* get_result_text(PluginResult::Kind kind);
+// As a plug-in's line starts: "PASS ", "FAIL ", "CRASH", "SKIP ".
+const char* get_result_label(PluginResult::Kind kind);
 
 }  // namespace vsthost

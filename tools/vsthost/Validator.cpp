@@ -97,15 +97,21 @@ const std::vector<Validator::Group>& Validator::get_groups()
     return groups;
 }
 
+const Validator::Group* Validator::find_group(const std::string& name)
+{
+    const auto& all = get_groups();
+    const auto found = std::find_if(all.begin(), all.end(), [&](const Group& g) { return name == g.name; });
+    return found != all.end() ? &*found : nullptr;
+}
+
 std::vector<std::string> Validator::select_groups(const ValidationOptions& options)
 {
     for (const std::string& name : options.groups)
     {
-        const auto& all = get_groups();
-        if (std::none_of(all.begin(), all.end(), [&](const Group& g) { return name == g.name; }))
+        if (find_group(name) == nullptr)
         {
             std::string known;
-            for (const Group& g : all)
+            for (const Group& g : get_groups())
             {
                 known += std::string(known.empty() ? "" : ", ") + g.name;
             }
@@ -131,8 +137,11 @@ Validator::Validator(const ValidationOptions& options, ValidationReport& report)
 
 bool Validator::run_group(const std::string& name)
 {
-    const auto& all = get_groups();
-    const auto group = std::find_if(all.begin(), all.end(), [&](const Group& g) { return name == g.name; });
+    const Group* group = find_group(name);
+    if (group == nullptr)
+    {
+        throw std::invalid_argument("no check group \"" + name + "\"");
+    }
     _report.begin_group(name);
     _opened = false;
     try

@@ -17,7 +17,8 @@ TEST(ValidationJson, PluginTextOfAnyBytesBecomesAValidString)
 {
     EXPECT_EQ(ValidationJson::quote("a \"b\" \\c\n\t\x01\x7F"), "\"a \\\"b\\\" \\\\c\\n\\t\\u0001\\u007f\"");
     // Well-formed UTF-8 stays; a stray byte is read as Latin-1.
-    EXPECT_EQ(ValidationJson::quote("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x8E\xB9"), "\"\xC3\xA9\xE2\x82\xAC\xF0\x9F\x8E\xB9\"");
+    const std::string valid = "\xC2\xB0 \xC3\xA9\xE2\x82\xAC\xF0\x9F\x8E\xB9\xF0\x90\x80\x80";
+    EXPECT_EQ(ValidationJson::quote(valid), "\"" + valid + "\"");
     EXPECT_EQ(ValidationJson::quote("caf\xE9"), "\"caf\\u00e9\"");
     // Cut short, overlong, a UTF-16 surrogate, beyond U+10FFFF, a lone continuation byte.
     EXPECT_EQ(ValidationJson::quote("\xE2\x82"), "\"\\u00e2\\u0082\"");
