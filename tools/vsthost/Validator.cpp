@@ -200,28 +200,27 @@ void Validator::run_lifecycle(PluginLibrary& library)
     check_lifecycle(library);
 }
 
-void Validator::run_programs(PluginLibrary& library)
+void Validator::run_check(PluginLibrary& library, const char* step, void (Validator::*check)(HostedPlugin&))
 {
     with_instance(library, [&](HostedPlugin& plugin) {
-        _report.step("programs");
-        check_programs(plugin);
+        _report.step(step);
+        (this->*check)(plugin);
     });
+}
+
+void Validator::run_programs(PluginLibrary& library)
+{
+    run_check(library, "programs", &Validator::check_programs);
 }
 
 void Validator::run_state(PluginLibrary& library)
 {
-    with_instance(library, [&](HostedPlugin& plugin) {
-        _report.step("state");
-        check_state(plugin);
-    });
+    run_check(library, "state", &Validator::check_state);
 }
 
 void Validator::run_parameters(PluginLibrary& library)
 {
-    with_instance(library, [&](HostedPlugin& plugin) {
-        _report.step("parameters");
-        check_parameters(plugin);
-    });
+    run_check(library, "parameters", &Validator::check_parameters);
 }
 
 void Validator::run_audio(PluginLibrary& library)
@@ -250,28 +249,27 @@ void Validator::run_midi(PluginLibrary& library)
     });
 }
 
-void Validator::run_automation(PluginLibrary& library)
+void Validator::run_audio_check(PluginLibrary& library, const char* step, void (AudioValidator::*check)())
 {
     with_instance(library, [&](HostedPlugin& plugin) {
-        _report.step("automation");
-        AudioValidator(plugin, _options, _report, _rng).check_automation();
+        _report.step(step);
+        (AudioValidator(plugin, _options, _report, _rng).*check)();
     });
+}
+
+void Validator::run_automation(PluginLibrary& library)
+{
+    run_audio_check(library, "automation", &AudioValidator::check_automation);
 }
 
 void Validator::run_threads(PluginLibrary& library)
 {
-    with_instance(library, [&](HostedPlugin& plugin) {
-        _report.step("parameters and chunks from other threads");
-        AudioValidator(plugin, _options, _report, _rng).check_threads();
-    });
+    run_audio_check(library, "parameters and chunks from other threads", &AudioValidator::check_threads);
 }
 
 void Validator::run_allocations(PluginLibrary& library)
 {
-    with_instance(library, [&](HostedPlugin& plugin) {
-        _report.step("allocations while processing");
-        AudioValidator(plugin, _options, _report, _rng).check_allocations();
-    });
+    run_audio_check(library, "allocations while processing", &AudioValidator::check_allocations);
 }
 
 void Validator::run_editor(PluginLibrary& library)
@@ -291,10 +289,7 @@ void Validator::run_editor(PluginLibrary& library)
 
 void Validator::run_oversized(PluginLibrary& library)
 {
-    with_instance(library, [&](HostedPlugin& plugin) {
-        _report.step("blocks larger than announced");
-        AudioValidator(plugin, _options, _report, _rng).check_oversized_blocks();
-    });
+    run_audio_check(library, "blocks larger than announced", &AudioValidator::check_oversized_blocks);
 }
 
 void Validator::check_lifecycle(PluginLibrary& warm)

@@ -10,6 +10,7 @@
 namespace vsthost
 {
 
+class AudioValidator;
 class HostedPlugin;
 class PluginLibrary;
 
@@ -54,6 +55,9 @@ private:
     void run_editor(PluginLibrary& library);
     void run_oversized(PluginLibrary& library);
 
+    // One of this class's checks, or of the audio checks, on an instance of its own.
+    void run_check(PluginLibrary& library, const char* step, void (Validator::*check)(HostedPlugin&));
+    void run_audio_check(PluginLibrary& library, const char* step, void (AudioValidator::*check)());
     // A fresh instance for the checks of one group; the report hears once that it opened.
     template <typename Checks>
     void with_instance(PluginLibrary& library, const Checks& checks);
