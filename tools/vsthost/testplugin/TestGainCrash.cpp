@@ -65,8 +65,8 @@ TestGainCrash::TestGainCrash()
     static const std::pair<const char*, Place> places[] = {{"text", Place::text}, {"rate", Place::rate},
                                                            {"name", Place::name}, {"chunk", Place::chunk},
                                                            {"midi", Place::midi}, {"editor", Place::editor}};
-    const char* spec = std::getenv("TESTGAIN_CRASH");
-    const std::string text = spec != nullptr ? spec : "";
+    const char* request = std::getenv("TESTGAIN_CRASH");
+    const std::string text = request != nullptr ? request : "";
     const std::size_t at = text.find('@');
     for (const auto& [kind_name, kind] : kinds)
     {
