@@ -8,6 +8,7 @@ packages=(
   g++-mingw-w64-i686 g++-mingw-w64-x86-64 binutils-mingw-w64-i686 binutils-mingw-w64-x86-64
   wine wine64 xvfb xauth faketime sox clang libclang-rt-14-dev icoutils
   xfonts-base zlib1g-dev libstb-dev
+  libx11-dev libxext-dev libxtst-dev
 )
 
 missing=()

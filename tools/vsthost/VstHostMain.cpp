@@ -2,6 +2,7 @@
 // validating plug-ins.
 #include "BenchCommand.h"
 #include "CompareCommand.h"
+#include "EditorBenchCommand.h"
 #include "EditorCommand.h"
 #include "EditorStressCommand.h"
 #include "InfoCommand.h"
@@ -46,8 +47,13 @@ const char* const usage =
     "                                   parameter changes and a mouse script\n"
     "  editor-stress PLUGIN [--cycles N] [--instances K] [--idle-ms N]\n"
     "                                   open and close editors repeatedly; non-zero exit on leaks\n"
-    "  compare A.png B.png [--tolerance N]  count changed pixels and box the changed areas\n"
-    "Windows builds only open editors; SCRIPT steps, separated by ';': down X Y, up X Y,\n"
+    "  editor-bench PLUGIN [--seconds S] [--frames N]\n"
+    "                                   the open editor's idle cost and the time of a whole frame\n"
+    "  compare A.png B.png [--tolerance N] [--zoom N]\n"
+    "                                   count changed pixels and box the changed areas (A enlarged\n"
+    "                                   N times first, as an editor zoomed by N draws it)\n"
+    "Editors open in a window of the system's: Win32, or X11 on the display DISPLAY names.\n"
+    "SCRIPT steps, separated by ';': down X Y, up X Y,\n"
     "rdown X Y, rup X Y, click X Y, dblclick X Y, move X Y [STEPS], wheel X Y DELTA, wait MS\n";
 
 using Command = int (*)(const std::vector<std::string>& words, std::ostream& out);
@@ -61,6 +67,7 @@ const std::pair<const char*, Command> commands[] = {
     {"editor", &vsthost::EditorCommand::run},
     {"screenshot", &vsthost::ScreenshotCommand::run},
     {"editor-stress", &vsthost::EditorStressCommand::run},
+    {"editor-bench", &vsthost::EditorBenchCommand::run},
     {"compare", &vsthost::CompareCommand::run},
 };
 
