@@ -82,8 +82,33 @@ int ValidateCommand::run(const std::vector<std::string>& words, std::ostream& ou
     if (plugins.empty())
     {
         throw std::invalid_argument(std::string("no plug-in files (*") + PluginLibrary::get_file_extension()
-                                    + ") found");
+                                    + ") in " + args.get_positionals().front());
     }
+    // Opened first: a long run must not end in a file that cannot be written.
+    std::ofstream json;
+    const std::string json_file = args.get_value("--json", "");
+    if (args.has("--json"))
+    {
+        json.open(json_file, std::ios::binary);
+        if (!json)
+        {
+            throw std::runtime_error("cannot write " + json_file);
+        }
+    }
+    const std::vector<PluginResult> results = validate_all(plugins, options, out);
+    if (args.has("--json") && !ValidationJson::write(json, options, results).flush())
+    {
+        throw std::runtime_error("cannot write " + json_file);
+    }
+    const bool all_good = std::all_of(results.begin(), results.end(), [](const PluginResult& r) {
+        return r.kind == PluginResult::Kind::passed || r.kind == PluginResult::Kind::not_a_plugin;
+    });
+    return all_good ? 0 : 1;
+}
+
+std::vector<PluginResult> ValidateCommand::validate_all(const std::vector<FoundPlugin>& plugins,
+                                                        ValidationOptions options, std::ostream& out)
+{
     const bool one = plugins.size() == 1 && plugins.front().named;
     out << "validating " << (one ? plugins.front().path : std::to_string(plugins.size()) + " files")
         << " at level " << options.level << ", seed " << options.seed << "\n";
@@ -108,20 +133,7 @@ int ValidateCommand::run(const std::vector<std::string>& words, std::ostream& ou
     {
         print_total(results, out);
     }
-    if (args.has("--json"))
-    {
-        const std::string file = args.get_value("--json", "");
-        std::ofstream json(file, std::ios::binary);
-        ValidationJson::write(json, options, results);
-        if (!json.flush())
-        {
-            throw std::runtime_error("cannot write " + file);
-        }
-    }
-    const bool all_good = std::all_of(results.begin(), results.end(), [](const PluginResult& r) {
-        return r.kind == PluginResult::Kind::passed || r.kind == PluginResult::Kind::not_a_plugin;
-    });
-    return all_good ? 0 : 1;
+    return results;
 }
 
 int ValidateCommand::run_child(const ValidationOptions& options, const std::string& channel)

@@ -7,6 +7,7 @@
 namespace vsthost
 {
 
+struct FoundPlugin;
 struct PluginResult;
 struct ValidationOptions;
 
@@ -23,6 +24,9 @@ private:
     // A child's part: the groups named on its command line, in this process,
     // every check handed to the parent on the channel.
     static int run_child(const ValidationOptions& options, const std::string& channel);
+    // Every plug-in, with a line per check for one file, else a line per file and a total.
+    static std::vector<PluginResult> validate_all(const std::vector<FoundPlugin>& plugins, ValidationOptions options,
+                                                  std::ostream& out);
     static void print_plugin_line(const PluginResult& result, std::ostream& out);
     static void print_total(const std::vector<PluginResult>& results, std::ostream& out);
 };

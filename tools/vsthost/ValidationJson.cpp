@@ -143,7 +143,8 @@ std::string ValidationJson::quote(const std::string& text)
     return out + "\"";
 }
 
-void ValidationJson::write(std::ostream& out, const ValidationOptions& options, const std::vector<PluginResult>& results)
+std::ostream& ValidationJson::write(std::ostream& out, const ValidationOptions& options,
+                                   const std::vector<PluginResult>& results)
 {
     const auto count = [&](PluginResult::Kind kind) {
         return std::count_if(results.begin(), results.end(), [&](const PluginResult& r) { return r.kind == kind; });
@@ -160,7 +161,7 @@ void ValidationJson::write(std::ostream& out, const ValidationOptions& options, 
         out << (i == 0 ? "\n" : ",\n");
         write_plugin(out, results[i]);
     }
-    out << (results.empty() ? "]\n}\n" : "\n  ]\n}\n");
+    return out << (results.empty() ? "]\n}\n" : "\n  ]\n}\n");
 }
 
 }  // namespace vsthost

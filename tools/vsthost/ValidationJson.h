@@ -17,7 +17,9 @@ struct ValidationOptions;
 class ValidationJson
 {
 public:
-    static void write(std::ostream& out, const ValidationOptions& options, const std::vector<PluginResult>& results);
+    // Answers out.
+    static std::ostream& write(std::ostream& out, const ValidationOptions& options,
+                               const std::vector<PluginResult>& results);
 
     // text as a JSON string. Plug-ins hand out any bytes: a byte that is not
     // part of valid UTF-8 is taken as Latin-1, the likeliest meaning of a
