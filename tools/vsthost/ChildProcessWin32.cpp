@@ -1,5 +1,7 @@
 #include "ChildProcess.h"
 
+#include "ArgumentQuote.h"
+
 #include <windows.h>
 
 #include <algorithm>
@@ -18,32 +20,6 @@ constexpr DWORD wait_slice_ms = 10;
 
 // The exit code a killed child gets.
 constexpr UINT killed_code = 0xDEAD;
-
-// One word of a command line, quoted so that the C runtime's parser of the
-// child gives it back unchanged.
-std::string quote(const std::string& word)
-{
-    if (!word.empty() && word.find_first_of(" \t\n\v\"") == std::string::npos)
-    {
-        return word;
-    }
-    std::string out = "\"";
-    std::size_t backslashes = 0;
-    for (const char c : word)
-    {
-        if (c == '\\')
-        {
-            ++backslashes;
-            continue;
-        }
-        // Backslashes before a quote are escaped, and the quote with them.
-        out.append(c == '"' ? backslashes * 2 + 1 : backslashes, '\\');
-        out += c;
-        backslashes = 0;
-    }
-    out.append(backslashes * 2, '\\');
-    return out + "\"";
-}
 
 std::string describe_error(const char* what)
 {
@@ -109,10 +85,10 @@ ChildProcess::ChildProcess(const std::string& program, const std::vector<std::st
         throw std::runtime_error(describe_error("cannot make a pipe"));
     }
     SetHandleInformation(read_end, HANDLE_FLAG_INHERIT, 0);
-    std::string line = quote(program);
+    std::string line = quote_argument(program);
     for (const std::string& a : args)
     {
-        line += " " + quote(a);
+        line += " " + quote_argument(a);
     }
     line += " " + std::to_string(reinterpret_cast<std::uintptr_t>(write_end));
     STARTUPINFOA startup{};

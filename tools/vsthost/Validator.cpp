@@ -122,7 +122,9 @@ std::vector<std::string> Validator::select_groups(const ValidationOptions& optio
     for (const Group& g : get_groups())
     {
         const bool named = std::find(options.groups.begin(), options.groups.end(), g.name) != options.groups.end();
-        if (g.level <= options.level && (options.groups.empty() || named))
+        // A group named on the command line runs whatever the level, which
+        // still sets how much work it does.
+        if (options.groups.empty() ? g.level <= options.level : named)
         {
             chosen.emplace_back(g.name);
         }

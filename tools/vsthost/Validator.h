@@ -32,7 +32,8 @@ public:
     static const std::vector<Group>& get_groups();
     // Null when there is no group of that name.
     static const Group* find_group(const std::string& name);
-    // The names of the groups that the options choose, in order; throws
+    // The names of the groups that the options choose, in order: those of the
+    // level, or those named whatever their level; throws
     // std::invalid_argument for a name that is no group.
     static std::vector<std::string> select_groups(const ValidationOptions& options);
 

@@ -121,9 +121,11 @@ vsthost_crash_e2e(validate_hang loop@rate
   "CRASH [^\n]*vsthost-testgain[.][a-z]+: [1-9][0-9] passed, 1 failed\r?\n      audio group: timed out after 2 s in step \"audio at every rate and block size\", after the check \"audio at 44100 Hz\"\r?\nCRASH [^\n]*vsthost-testgain-params[^\n]*\n[^\n]*\n2 files: 0 passed, 0 failed, 2 crashed, 0 not plug-ins"
   ${params} --timeout 2)
 # A folder: one line per plug-in with what failed, a total, and the same in
-# the JSON report, which CMake's own parser must read.
+# the JSON report, which CMake's own parser must read. A file that does not
+# load fails once, with no group run after that.
+file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/e2e-junk${CMAKE_SHARED_MODULE_SUFFIX} "not a library")
 vsthost_e2e(validate_folder
-  "FAIL  [^\n]*vsthost-testgain-broken[^\n]*: [0-9]+ passed, 2 failed\r?\n      MIDI junk: data bytes[^\n]*\n      MIDI sent[^\n]*\n(PASS  [^\n]*\n)+[34] files: [23] passed, 1 failed, 0 crashed, 0 not plug-ins"
+  "FAIL  [^\n]*e2e-junk[^\n]*: 0 passed, 1 failed\r?\n      load: [^\n]*\nFAIL  [^\n]*vsthost-testgain-broken[^\n]*: [0-9]+ passed, 2 failed\r?\n      MIDI junk: data bytes[^\n]*\n      MIDI sent[^\n]*\n(PASS  [^\n]*\n)+[45] files: [23] passed, 2 failed, 0 crashed, 0 not plug-ins"
   FIXTURE_SETUP vsthost_validation_json
   ARGS validate . --level 1 --rates 44100 --blocks 512 --json e2e-validation.json)
 add_test(NAME vsthost_validate_json COMMAND ${CMAKE_COMMAND} -DFILE=e2e-validation.json
