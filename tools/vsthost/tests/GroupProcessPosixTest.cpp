@@ -42,6 +42,7 @@ TEST(GroupProcess, AChildThatFinishesHandsBackItsChecksAndNothingMore)
     EXPECT_EQ(run.outcome.kind, GroupOutcome::Kind::completed);
     EXPECT_TRUE(run.outcome.opened);
     ASSERT_EQ(run.report.get_records().size(), 1u);
+    EXPECT_EQ(run.report.get_passed(), 1);
     EXPECT_EQ(run.report.get_records()[0].group, "audio");
     EXPECT_EQ(run.report.get_records()[0].name, "first");
 }
