@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <mutex>
 #include <stdexcept>
 
 namespace vsthost
@@ -20,6 +21,11 @@ constexpr DWORD wait_slice_ms = 10;
 
 // The exit code a killed child gets.
 constexpr UINT killed_code = 0xDEAD;
+
+// Children start from several threads at once: inheritable handles exist
+// only between making a pipe and starting its child, so that no other child
+// inherits one that is not its own and holds its pipe open.
+std::mutex start_mutex;
 
 std::string describe_error(const char* what)
 {
@@ -77,6 +83,7 @@ const char* name_exception(std::uint32_t code)
 
 ChildProcess::ChildProcess(const std::string& program, const std::vector<std::string>& args)
 {
+    const std::lock_guard<std::mutex> lock(start_mutex);
     SECURITY_ATTRIBUTES inherit{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
     HANDLE read_end = nullptr;
     HANDLE write_end = nullptr;

@@ -1,10 +1,13 @@
 #include "PluginValidation.h"
 
+#include "OrderedGroupReport.h"
 #include "ValidationReport.h"
 #include "Validator.h"
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
+#include <thread>
 
 namespace vsthost
 {
@@ -44,17 +47,15 @@ PluginResult PluginValidation::run(ValidationReport& report) const
     const auto start = Clock::now();
     PluginResult result;
     result.path = _options.path;
-    bool loads = true;
-    for (const std::string& group : Validator::select_groups(_options))
+    const std::vector<std::string> groups = Validator::select_groups(_options);
+    result.groups = _options.in_process ? run_in_process(groups, report) : run_isolated(groups, report);
+    // After a group in which the plug-in did not load, none ran: each would only fail to load it again.
+    const auto first_failed = std::find_if(result.groups.begin(), result.groups.end(),
+                                           [](const GroupOutcome& g) { return !g.opened; });
+    for (auto g = first_failed == result.groups.end() ? first_failed : first_failed + 1; g != result.groups.end();
+         ++g)
     {
-        if (!loads)
-        {
-            result.groups.push_back({group, GroupOutcome::Kind::not_run, false, "the plug-in did not load", 0.0});
-            continue;
-        }
-        result.groups.push_back(_options.in_process ? run_in_process(group, report)
-                                                    : _runner.run(_options, group, report));
-        loads = result.groups.back().opened;
+        *g = {g->group, GroupOutcome::Kind::not_run, false, "the plug-in did not load", 0.0};
     }
     result.checks = report.get_records();
     result.passed = report.get_passed();
@@ -64,11 +65,59 @@ PluginResult PluginValidation::run(ValidationReport& report) const
     return result;
 }
 
-GroupOutcome PluginValidation::run_in_process(const std::string& group, ValidationReport& report) const
+std::vector<GroupOutcome> PluginValidation::run_in_process(const std::vector<std::string>& groups,
+                                                           ValidationReport& report) const
 {
-    const auto start = Clock::now();
-    const bool opened = Validator(_options, report).run_group(group);
-    return {group, GroupOutcome::Kind::completed, opened, "", seconds_since(start)};
+    std::vector<GroupOutcome> outcomes;
+    for (const std::string& group : groups)
+    {
+        const auto start = Clock::now();
+        const bool opened = Validator(_options, report).run_group(group);
+        outcomes.push_back({group, GroupOutcome::Kind::completed, opened, "", seconds_since(start)});
+        if (!opened)
+        {
+            break;
+        }
+    }
+    outcomes.resize(groups.size());
+    for (std::size_t i = 0; i < groups.size(); ++i)
+    {
+        outcomes[i].group = groups[i];
+    }
+    return outcomes;
+}
+
+std::vector<GroupOutcome> PluginValidation::run_isolated(const std::vector<std::string>& groups,
+                                                         ValidationReport& report) const
+{
+    std::vector<GroupOutcome> outcomes(groups.size());
+    OrderedGroupReport ordered(report, groups.size());
+    std::atomic<std::size_t> next{0};
+    // Each worker takes the next group not yet taken and waits for its child.
+    const auto work = [&] {
+        for (std::size_t g = next++; g < groups.size() && ordered.is_wanted(g); g = next++)
+        {
+            ValidationReport own(nullptr);
+            own.set_listener(&ordered.use_listener(g));
+            outcomes[g] = _runner.run(_options, groups[g], own);
+            ordered.finish(g, outcomes[g].opened);
+        }
+    };
+    std::vector<std::thread> helpers;
+    for (int j = 1; j < std::min<int>(_options.jobs, static_cast<int>(groups.size())); ++j)
+    {
+        helpers.emplace_back(work);
+    }
+    work();
+    for (std::thread& t : helpers)
+    {
+        t.join();
+    }
+    for (std::size_t i = 0; i < groups.size(); ++i)
+    {
+        outcomes[i].group = groups[i];
+    }
+    return outcomes;
 }
 
 }  // namespace vsthost

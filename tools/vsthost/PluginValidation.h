@@ -4,6 +4,9 @@
 #include "ValidationOptions.h"
 #include "ValidationResult.h"
 
+#include <string>
+#include <vector>
+
 namespace vsthost
 {
 
@@ -24,7 +27,9 @@ public:
     PluginResult run(ValidationReport& report) const;
 
 private:
-    GroupOutcome run_in_process(const std::string& group, ValidationReport& report) const;
+    std::vector<GroupOutcome> run_in_process(const std::vector<std::string>& groups, ValidationReport& report) const;
+    // Up to jobs groups' processes at once, their checks in group order.
+    std::vector<GroupOutcome> run_isolated(const std::vector<std::string>& groups, ValidationReport& report) const;
 
     const ValidationOptions& _options;
     const GroupProcess& _runner;

@@ -24,7 +24,7 @@ namespace
 
 const char* const usage =
     "usage: vsthost validate PLUGIN|FOLDER... [--level 1|2|3] [--rates R,R...] [--blocks B,B...] [--seed N] "
-    "[--repeats N] [--group NAME,NAME...] [--timeout SECONDS] [--in-process] [--json FILE]";
+    "[--repeats N] [--group NAME,NAME...] [--timeout SECONDS] [--jobs N] [--in-process] [--json FILE]";
 
 ValidationOptions parse_options(const CommandLine& args)
 {
@@ -40,6 +40,7 @@ ValidationOptions parse_options(const CommandLine& args)
     options.seed = static_cast<unsigned>(args.get_number("--seed", options.seed, 0, 4294967295.0));
     options.repeats = static_cast<int>(args.get_number("--repeats", options.repeats, 1, 1000));
     options.timeout_seconds = args.get_number("--timeout", options.timeout_seconds, 0.1, 86400);
+    options.jobs = static_cast<int>(args.get_number("--jobs", options.jobs, 1, 64));
     for (const std::string& list : args.get_values("--group"))
     {
         std::size_t start = 0;
@@ -64,8 +65,8 @@ int ValidateCommand::run(const std::vector<std::string>& words, std::ostream& ou
     // --report-channel and --skip-non-plugins are the parent's words to a
     // child that runs a group.
     const CommandLine args(words,
-                           {"--level", "--rates", "--blocks", "--seed", "--repeats", "--group", "--timeout", "--json",
-                            "--report-channel"},
+                           {"--level", "--rates", "--blocks", "--seed", "--repeats", "--group", "--timeout", "--jobs",
+                            "--json", "--report-channel"},
                            {"--in-process", "--skip-non-plugins"});
     if (args.get_positionals().empty())
     {

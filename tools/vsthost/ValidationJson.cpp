@@ -151,7 +151,8 @@ std::ostream& ValidationJson::write(std::ostream& out, const ValidationOptions& 
     };
     out << "{\n  \"level\": " << options.level << ",\n  \"seed\": " << options.seed
         << ",\n  \"repeats\": " << options.repeats << ",\n  \"isolation\": \""
-        << (options.in_process ? "in process" : "process per group") << "\",\n  \"timeout\": "
+        << (options.in_process ? "in process" : "process per group") << "\",\n  \"jobs\": "
+        << (options.in_process ? 1 : options.jobs) << ",\n  \"timeout\": "
         << number(options.timeout_seconds) << ",\n  \"passed\": " << count(PluginResult::Kind::passed)
         << ",\n  \"failed\": " << count(PluginResult::Kind::failed) << ",\n  \"crashed\": "
         << count(PluginResult::Kind::crashed) << ",\n  \"not_plugins\": " << count(PluginResult::Kind::not_a_plugin)

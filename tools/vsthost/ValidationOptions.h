@@ -24,6 +24,9 @@ struct ValidationOptions
     // Every group in this process, one after the other, rather than each in
     // a child process of its own.
     bool in_process = false;
+    // How many groups' processes run at once: a process's start, slow under
+    // emulators, then overlaps another group's checks.
+    int jobs = 2;
     // The time a group's process may take per repeat before it is killed.
     double timeout_seconds = 60.0;
     // A library without a VST 2 entry point is skipped rather than failed:

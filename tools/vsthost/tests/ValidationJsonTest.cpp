@@ -51,6 +51,7 @@ TEST(ValidationJson, ListsEveryPluginGroupAndCheck)
   "seed": 1,
   "repeats": 1,
   "isolation": "process per group",
+  "jobs": 2,
   "timeout": 60.000000,
   "passed": 0,
   "failed": 0,
