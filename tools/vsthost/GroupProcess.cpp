@@ -48,6 +48,36 @@ std::string describe_place(const ChildReportReader& reader)
     return place;
 }
 
+// How the child ended, as the group's outcome: anything but an exit with
+// code 0 after the group was done is a failure of the group.
+void judge(const ChildEnd& end, const ChildReportReader& reader, double limit, GroupOutcome& outcome)
+{
+    const bool clean = end.kind == ChildEnd::Kind::exited && end.code == 0;
+    if (end.kind == ChildEnd::Kind::killed)
+    {
+        char seconds[32];
+        std::snprintf(seconds, sizeof seconds, "%g", limit);
+        outcome.kind = GroupOutcome::Kind::timed_out;
+        outcome.detail = "timed out after " + std::string(seconds) + " s" + describe_place(reader);
+        return;
+    }
+    if (clean && reader.is_done())
+    {
+        return;
+    }
+    const char* how = "crashed: ";
+    if (reader.is_done())
+    {
+        how = "crashed after the group was done, at exit: ";
+    }
+    else if (clean)
+    {
+        how = "ended before the group was done: ";
+    }
+    outcome.kind = GroupOutcome::Kind::crashed;
+    outcome.detail = how + ChildProcess::describe(end) + describe_place(reader);
+}
+
 }  // namespace
 
 std::vector<std::string> GroupProcess::get_child_args(const ValidationOptions& options, const std::string& group)
@@ -100,23 +130,7 @@ GroupOutcome GroupProcess::run(const ValidationOptions& options, const std::stri
                 child.kill();
             }
         }
-        const ChildEnd& end = child.get_end();
-        const bool clean = end.kind == ChildEnd::Kind::exited && end.code == 0;
-        if (end.kind == ChildEnd::Kind::killed)
-        {
-            outcome.kind = GroupOutcome::Kind::timed_out;
-            char seconds[32];
-            std::snprintf(seconds, sizeof seconds, "%g", limit.count());
-            outcome.detail = "timed out after " + std::string(seconds) + " s" + describe_place(reader);
-        }
-        else if (!clean || !reader.is_done())
-        {
-            outcome.kind = GroupOutcome::Kind::crashed;
-            outcome.detail = std::string(reader.is_done() ? "crashed after the group was done, at exit: "
-                                                          : (clean ? "ended before the group was done: "
-                                                                   : "crashed: "))
-                             + ChildProcess::describe(end) + describe_place(reader);
-        }
+        judge(child.get_end(), reader, limit.count(), outcome);
     }
     catch (const std::runtime_error& e)
     {
