@@ -16,7 +16,8 @@ namespace testgain
 // A small stereo gain written against our own VST 2 header, for testing the
 // host tool without the product: two parameters ("Gain" in dB and a "Phase"
 // switch), three programs, program and bank chunks, and an editor on Windows.
-// It also takes and sends MIDI (TestGainMidi). Parameter values are atomics
+// It also takes and sends MIDI (TestGainMidi), and crashes on demand
+// (TestGainCrash). Parameter values are atomics
 // because hosts set them from any thread while audio runs.
 class TestGain
 {
