@@ -17,8 +17,8 @@ namespace testgain
 // host tool without the product: two parameters ("Gain" in dB and a "Phase"
 // switch), three programs, program and bank chunks, and an editor on Windows.
 // It also takes and sends MIDI (TestGainMidi), and crashes on demand
-// (TestGainCrash). Parameter values are atomics
-// because hosts set them from any thread while audio runs.
+// (TestGainCrash). Parameter values are atomics because hosts set them from
+// any thread while audio runs.
 class TestGain
 {
 public:
