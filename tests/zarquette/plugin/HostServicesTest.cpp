@@ -93,6 +93,19 @@ TEST_F(HostServices, TimeRequestsWithAndWithoutTempo)
     EXPECT_TRUE(refused.failed);
 }
 
+// The step of the host's parameter quantization, for an audio side that
+// asks (this effect does not).
+TEST_F(HostServices, ParameterQuantizationIsTheStepOfTheHostsCount)
+{
+    for (const auto& [count, step] : std::vector<std::pair<std::intptr_t, double>>{
+             {0, 0.0}, {1, 0.0}, {-5, 0.0}, {2, 0.5}, {128, 1.0 / 128.0}})
+    {
+        host.parameter_quantization = count;
+        EXPECT_EQ(services().get_setting_num("param_quantization"), step) << count;
+    }
+    EXPECT_EQ(services().get_setting_num("no such key"), 0.0);
+}
+
 // Every host tempo handed to the audio side lands in the plug-in's tempo
 // record: a mark written there between blocks survives only the blocks in
 // which the host's tempo did not change.
