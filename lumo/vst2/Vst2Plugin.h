@@ -1,10 +1,10 @@
 #pragma once
 
 #include "lumo/AutomationLimit.h"
+#include "lumo/GestureQueue.h"
 #include "lumo/ParamReorder.h"
 #include "lumo/PluginCmdMixin.h"
 #include "lumo/vst2/AudioEffectX.h"
-#include "lumo/vst2/GestureQueue.h"
 
 #include <array>
 #include <cstdint>

@@ -7,12 +7,13 @@
 namespace lumo
 {
 
-// The host's open automation edit gestures, one per parameter at most, in the
-// order they were opened. Parameters are reported from the editor, host and
-// audio threads while the background thread closes gestures, so the queue is
-// lock-free and never allocates after construction: each parameter has a slot
-// holding the sequence number of its open gesture (0 when none), and a
-// parameter can only be opened by the thread that wins its no-edit-open flag.
+// The host's open automation edit gestures (touches, in LV2's words), one per
+// parameter at most, in the order they were opened. Parameters are reported
+// from the editor, host and audio threads while another thread may close
+// gestures (the VST 2 adapter's background thread), so the queue is lock-free
+// and never allocates after construction: each parameter has a slot holding
+// the sequence number of its open gesture (0 when none), and a parameter can
+// only be opened by the thread that wins its no-edit-open flag.
 class GestureQueue
 {
 public:
