@@ -71,6 +71,7 @@ Lv2Plugin::Lv2Plugin(std::unique_ptr<DspInterface> dsp, const Lv2PluginRecipe& r
     : PluginCmdMixin(*dsp, nullptr, make_start_bank(*dsp)),
       _dsp(std::move(dsp)),
       _layout(*_dsp),
+      _learn_link(_urids, features.map),
       _state(_urids, _log, _dsp->get_setting_str(setting_key::plugin_name)),
       _store_path(make_store_path(bundle_path, recipe.store_path)),
       _audio_in(static_cast<std::size_t>(_layout.get_nbr_inputs()), nullptr),
@@ -215,6 +216,7 @@ void Lv2Plugin::run(std::uint32_t frames)
     if (_midi_mgr)
     {
         _midi_mgr->block_end();
+        _learn_link.report(*_midi_mgr, notify);
     }
 }
 
@@ -250,8 +252,12 @@ void Lv2Plugin::take_event(const Lv2Event& event)
         }
         return;
     }
-    double bpm = 0.0;
     const Lv2AtomObject object(event, _urids);
+    if (_midi_mgr && _learn_link.take(object, *_midi_mgr))
+    {
+        return;
+    }
+    double bpm = 0.0;
     if (object.is_a(_urids.time_position) && object.find_number(_urids.time_bpm, bpm))
     {
         follow_tempo(bpm);
@@ -356,6 +362,7 @@ LV2_State_Status Lv2Plugin::restore(LV2_State_Retrieve_Function retrieve, LV2_St
     if (found.bindings && _midi_mgr)
     {
         Lv2BindingRecord::apply(*found.bindings, *_midi_mgr);
+        _learn_link.bindings_changed();
     }
     if (found.program)
     {

@@ -3,6 +3,7 @@
 #include "lumo/ParamReorder.h"
 #include "lumo/PluginCmdMixin.h"
 #include "lumo/lv2/Lv2ControlPort.h"
+#include "lumo/lv2/Lv2LearnLink.h"
 #include "lumo/lv2/Lv2Log.h"
 #include "lumo/lv2/Lv2PortLayout.h"
 #include "lumo/lv2/Lv2State.h"
@@ -101,6 +102,7 @@ private:
     std::unique_ptr<DspInterface> _dsp;
     Lv2PortLayout _layout;
     Lv2Urids _urids;
+    Lv2LearnLink _learn_link;
     Lv2Log _log;
     Lv2State _state;
     std::string _store_path;
