@@ -32,6 +32,14 @@ public:
     template <class CanClose>
     int close_first(CanClose can_close);
 
+    // Opens the gesture of index unless it is open: begin() tells the host.
+    template <class Begin>
+    void open(int index, Begin begin);
+    // Closes every gesture for which can_close answers true, oldest first:
+    // end(index) tells the host of each.
+    template <class CanClose, class End>
+    void close_all(CanClose can_close, End end);
+
     bool is_open(int index) const;
 
 private:
@@ -61,6 +69,25 @@ int GestureQueue::close_first(CanClose can_close)
         _no_edit_open[best].store(true, std::memory_order_release);
     }
     return best;
+}
+
+template <class Begin>
+void GestureQueue::open(int index, Begin begin)
+{
+    if (try_open(index))
+    {
+        begin();
+        commit_open(index);
+    }
+}
+
+template <class CanClose, class End>
+void GestureQueue::close_all(CanClose can_close, End end)
+{
+    for (int index; (index = close_first(can_close)) >= 0;)
+    {
+        end(index);
+    }
 }
 
 }  // namespace lumo

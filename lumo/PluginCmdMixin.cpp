@@ -10,12 +10,30 @@
 
 namespace lumo
 {
+namespace
+{
+
+BankManager make_zero_bank(const DspInterface& dsp)
+{
+    BankManager bank;
+    ProgramSlot program = bank.use_program(0);
+    program.set_nbr_values(dsp.get_nbr_param());
+    bank.set_program(0, program);
+    return bank;
+}
+
+}  // namespace
 
 PluginCmdMixin::PluginCmdMixin(DspInterface& dsp, GuiInterface* gui, const BankManager& bank)
     : _dsp(dsp), _gui(gui), _bank(bank), _program_values(dsp.get_nbr_param())
 {
     _bank_buffer.init_slots(bank);
     _priorities.resize(dsp.get_nbr_param());
+}
+
+PluginCmdMixin::PluginCmdMixin(DspInterface& dsp, GuiInterface* gui)
+    : PluginCmdMixin(dsp, gui, make_zero_bank(dsp))
+{
 }
 
 bool PluginCmdMixin::is_free(int index, int level)

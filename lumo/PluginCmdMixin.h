@@ -43,6 +43,9 @@ protected:
     // null) stay the adapter's; the bank is copied, as the current bank and
     // into both slots of the hand-over buffer.
     PluginCmdMixin(DspInterface& dsp, GuiInterface* gui, const BankManager& bank);
+    // The same with a bank of one program, every value 0, as the VST 2 entry
+    // starts.
+    PluginCmdMixin(DspInterface& dsp, GuiInterface* gui);
 
     // The program that set_program replaces and parameter changes keep their
     // values in.

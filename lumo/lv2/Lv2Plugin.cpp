@@ -38,17 +38,6 @@ std::unique_ptr<DspInterface> make_dsp(const Lv2PluginRecipe& recipe)
     return dsp;
 }
 
-// What the audio side starts from: one program with every value 0, as the
-// VST 2 entry's.
-BankManager make_start_bank(const DspInterface& dsp)
-{
-    BankManager bank;
-    ProgramSlot program = bank.use_program(0);
-    program.set_nbr_values(dsp.get_nbr_param());
-    bank.set_program(0, program);
-    return bank;
-}
-
 std::string make_store_path(std::string bundle_path, const char* below)
 {
     while (!bundle_path.empty() && bundle_path.back() == '/')
@@ -68,7 +57,7 @@ Lv2Plugin::Lv2Plugin(const Lv2PluginRecipe& recipe, double rate, const std::stri
 
 Lv2Plugin::Lv2Plugin(std::unique_ptr<DspInterface> dsp, const Lv2PluginRecipe& recipe, double rate,
                      const std::string& bundle_path, const Features& features)
-    : PluginCmdMixin(*dsp, nullptr, make_start_bank(*dsp)),
+    : PluginCmdMixin(*dsp, nullptr),
       _dsp(std::move(dsp)),
       _layout(*_dsp),
       _learn_link(_urids, features.map),

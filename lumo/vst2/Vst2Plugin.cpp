@@ -190,11 +190,7 @@ void Vst2Plugin::report_param(int index, float value)
         _midi_mgr->send_param(0, index, value);
     }
     const int host_index = _reorder.get_host_index(index);
-    if (_gestures.try_open(index))
-    {
-        call_host(vst2::HostOp::begin_edit, host_index);
-        _gestures.commit_open(index);
-    }
+    _gestures.open(index, [&] { call_host(vst2::HostOp::begin_edit, host_index); });
     call_host(vst2::HostOp::automate, host_index, 0, nullptr, value);
     if (_gui == nullptr)
     {
@@ -214,16 +210,8 @@ void Vst2Plugin::end_program_change()
 
 void Vst2Plugin::close_free_gestures()
 {
-    for (;;)
-    {
-        const int index = _gestures.close_first(
-            [this](int i) { return is_free(i, priority_level::gesture_end_test); });
-        if (index < 0)
-        {
-            return;
-        }
-        call_host(vst2::HostOp::end_edit, _reorder.get_host_index(index));
-    }
+    _gestures.close_all([this](int i) { return is_free(i, priority_level::gesture_end_test); },
+                        [this](int i) { call_host(vst2::HostOp::end_edit, _reorder.get_host_index(i)); });
 }
 
 std::string Vst2Plugin::get_store_path()
