@@ -161,7 +161,8 @@ void Lv2TurtleWriter::write_ports(std::string& out) const
     // MIDI and the host's transport in, MIDI out, and the editor's learn
     // messages both ways: both may stay unconnected.
     begin("atom:AtomPort, lv2:InputPort", layout.get_atom_in(), "control", "Control");
-    out += " ;\n        atom:bufferType atom:Sequence ;\n        atom:supports atom:Object, midi:MidiEvent, time:Position ;\n"
+    out += " ;\n        atom:bufferType atom:Sequence ;\n"
+           "        atom:supports atom:Object, midi:MidiEvent, time:Position ;\n"
            "        lv2:designation lv2:control ;\n        lv2:portProperty lv2:connectionOptional\n    ]";
     begin("atom:AtomPort, lv2:OutputPort", layout.get_atom_out(), "notify", "Notify");
     out += " ;\n        atom:bufferType atom:Sequence ;\n        atom:supports atom:Object, midi:MidiEvent ;\n"
@@ -201,10 +202,11 @@ void Lv2TurtleWriter::write_ui(std::string& out) const
     }
     out += "\n<" + _ui.uri + ">\n    a ui:X11UI ;\n"
          + "    lv2:requiredFeature ui:idleInterface, ui:parent ;\n"
-         + "    lv2:optionalFeature ui:noUserResize, ui:resize, ui:touch, urid:map ;\n"
+         + "    lv2:optionalFeature log:log, ui:noUserResize, ui:resize, ui:touch, urid:map ;\n"
          + "    lv2:extensionData ui:idleInterface ;\n"
          + "    ui:portNotification [\n        ui:plugin <" + _recipe.uri + "> ;\n        ui:portIndex "
-         + std::to_string(_plugin.use_layout().get_atom_out()) + " ;\n        ui:protocol atom:eventTransfer\n    ] .\n";
+         + std::to_string(_plugin.use_layout().get_atom_out())
+         + " ;\n        ui:protocol atom:eventTransfer\n    ] .\n";
 }
 
 }  // namespace lumo

@@ -41,7 +41,8 @@ std::unique_ptr<DspInterface> make_dsp(const Lv2UiRecipe& recipe)
 
 Lv2Editor::Sides Lv2Editor::make_sides(const Lv2UiRecipe& recipe)
 {
-    Sides sides{make_dsp(recipe), std::unique_ptr<GuiInterface>(recipe.create_gui != nullptr ? recipe.create_gui() : nullptr)};
+    Sides sides{make_dsp(recipe),
+                std::unique_ptr<GuiInterface>(recipe.create_gui != nullptr ? recipe.create_gui() : nullptr)};
     if (!sides.gui)
     {
         throw std::runtime_error("lumo::Lv2Editor::Lv2Editor() : No editor.");
@@ -69,6 +70,7 @@ Lv2Editor::Lv2Editor(Sides sides, const Lv2UiRecipe& recipe, const Host& host)
         throw std::runtime_error("lumo::Lv2Editor::Lv2Editor() : The host writes no ports.");
     }
     _urids.map_all(host.map, recipe.plugin_uri);
+    _log.set(host.log, _urids.log_error);
     if (_urids.is_mapped())
     {
         // The forge asks the map for its atom types, here on the host's thread.
@@ -90,7 +92,9 @@ Lv2Editor::Lv2Editor(Sides sides, const Lv2UiRecipe& recipe, const Host& host)
     tell_host_size(width, height);
     if (_gui->open(host.parent) != 0)
     {
-        throw std::runtime_error("lumo::Lv2Editor::Lv2Editor() : Cannot open the editor: " + _window->get_error_text());
+        _log.error("%s: the editor cannot open: %s\n", _dsp->get_setting_str(setting_key::plugin_name).c_str(),
+                   _window->get_error_text().c_str());
+        throw std::runtime_error("lumo::Lv2Editor::Lv2Editor() : Cannot open the editor.");
     }
     // The editor shows the bindings from the audio side's first answer on.
     send_request(Lv2LearnMessage::Request::get_bindings, -1);
@@ -177,6 +181,13 @@ void Lv2Editor::take_atom(const void* buffer, std::uint32_t size)
 void Lv2Editor::idle()
 {
     _window->idle();
+    const std::uint32_t errors = _window->get_error_count();
+    if (errors != _errors_told)
+    {
+        _log.error("%s: %u X protocol errors in the editor's window\n",
+                   _dsp->get_setting_str(setting_key::plugin_name).c_str(), errors);
+        _errors_told = errors;
+    }
     _gestures.close_all([this](int i) { return is_free(i, priority_level::gesture_end_test); },
                         [this](int i) { touch(i, false); });
     if (_learn)

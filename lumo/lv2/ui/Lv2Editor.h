@@ -4,10 +4,12 @@
 #include "lumo/PluginCmdMixin.h"
 #include "lumo/lv2/Lv2ControlPort.h"
 #include "lumo/lv2/Lv2LearnMessage.h"
+#include "lumo/lv2/Lv2Log.h"
 #include "lumo/lv2/Lv2PortLayout.h"
 #include "lumo/lv2/Lv2Urids.h"
 
 #include <lv2/atom/forge.h>
+#include <lv2/log/log.h>
 #include <lv2/ui/ui.h>
 #include <lv2/urid/urid.h>
 
@@ -49,11 +51,13 @@ public:
         const LV2_URID_Map* map = nullptr;
         const LV2UI_Touch* touch = nullptr;
         const LV2UI_Resize* resize = nullptr;
+        const LV2_Log_Log* log = nullptr;
     };
 
     // Builds the editor and opens it in the host's parent window, at the
     // size the user's "Editor Zoom" gives it, which the host is told. Throws
-    // when any of it fails (no display, no such parent window).
+    // when any of it fails (no display, no such parent window), and says why
+    // in the host's log.
     Lv2Editor(const Lv2UiRecipe& recipe, const Host& host);
     ~Lv2Editor() override;
     Lv2Editor(const Lv2Editor&) = delete;
@@ -64,6 +68,8 @@ public:
     // The host's calls: a port's new value (a control's float, or an atom
     // from the notify port), and idle.
     void port_event(std::uint32_t port, std::uint32_t size, std::uint32_t format, const void* buffer);
+    // Also tells the host's log of X protocol errors in the editor's window:
+    // the toolkit keeps them from the host, which would otherwise end.
     void idle();
 
     // PluginCmdInterface: the host hears of a change as a write of the
@@ -101,6 +107,8 @@ private:
     Host _host;
     Lv2PortLayout _layout;
     Lv2Urids _urids;
+    Lv2Log _log;
+    std::uint32_t _errors_told = 0;
     std::vector<Lv2ControlPort> _controls;
     GestureQueue _gestures;
     LV2_Atom_Forge _forge{};

@@ -46,6 +46,10 @@ Lv2Editor::Host find_features(LV2UI_Write_Function write, LV2UI_Controller contr
         {
             host.resize = static_cast<const LV2UI_Resize*>(f.data);
         }
+        else if (std::strcmp(f.URI, LV2_LOG__log) == 0)
+        {
+            host.log = static_cast<const LV2_Log_Log*>(f.data);
+        }
     }
     return host;
 }

@@ -65,6 +65,8 @@ public:
     void run(std::uint32_t frames);
     // The MIDI the plug-in put into its output in the last block, as hex text.
     std::vector<std::string> sent_midi();
+    // All it put there, for an editor to hear.
+    const LV2_Atom_Sequence& use_output() const;
 
     LV2_State_Status save(StateStore& store);
     LV2_State_Status restore(StateStore& store);

@@ -2,12 +2,16 @@
 
 #include "lumo/DspInterface.h"
 #include "lumo/HostDspInterface.h"
+#include "lumo/lv2/Lv2AtomObject.h"
+#include "lumo/lv2/Lv2LearnMessage.h"
+#include "lumo/lv2/Lv2Urids.h"
 #include "lumo/midi/MidiDevSelDispatcher.h"
 #include "lumo/midi/MidiMgr.h"
 #include "sys/ClockPin.h"
 #include "sys/PersistentKeyList.h"
 #include "tests/basic/ScratchDir.h"
 
+#include <lv2/atom/util.h>
 #include <lv2/midi/midi.h>
 #include <lv2/time/time.h>
 
@@ -68,6 +72,102 @@ protected:
     sys::ClockPin clock{100.0};
     zq_test::UridMap map;
 };
+
+// The editor's end of the learn conversation, as its messages travel.
+class ZarquetteLv2Learn : public ZarquetteLv2
+{
+protected:
+    using Request = lumo::Lv2LearnMessage::Request;
+
+    ZarquetteLv2Learn()
+    {
+        urids.map_all(map.use(), "urn:velnor:zarquette");
+        lv2_atom_forge_init(&forge, const_cast<LV2_URID_Map*>(map.use()));
+    }
+    // One block with the editor's request in the plug-in's control port.
+    void ask(Request request, int param)
+    {
+        alignas(8) std::uint8_t buffer[128];
+        lv2_atom_forge_set_buffer(&forge, buffer, sizeof(buffer));
+        ASSERT_TRUE(lumo::Lv2LearnMessage::write_request(forge, urids, request, param));
+        const auto* atom = reinterpret_cast<const LV2_Atom*>(buffer);
+        const auto* body = reinterpret_cast<const std::uint8_t*>(atom + 1);
+        SequenceBytes s = sequence();
+        s.event(0, atom->type, std::vector<std::uint8_t>(body, body + atom->size));
+        rig.send(s);
+        rig.run(32);
+        rig.clear_input();
+    }
+    // The reports the plug-in put into its notify port in the last block.
+    std::vector<lumo::Lv2LearnMessage::Bindings> reports()
+    {
+        std::vector<lumo::Lv2LearnMessage::Bindings> found;
+        LV2_ATOM_SEQUENCE_FOREACH(&rig.use_output(), e)
+        {
+            lumo::Lv2Event event;
+            event.type = e->body.type;
+            event.size = e->body.size;
+            event.body = reinterpret_cast<const std::uint8_t*>(&e->body + 1);
+            lumo::Lv2LearnMessage::Bindings bindings;
+            if (lumo::Lv2LearnMessage::read_bindings(lumo::Lv2AtomObject(event, urids), urids, bindings))
+            {
+                found.push_back(bindings);
+            }
+        }
+        return found;
+    }
+
+    Lv2Rig rig{map};
+    lumo::Lv2Urids urids;
+    LV2_Atom_Forge forge{};
+};
+
+// Arm, learn, forget and a restored state, each told back; nothing is told
+// before an editor asked.
+TEST_F(ZarquetteLv2Learn, TheEditorsRequestsReachTheMidiManagerAndTheBindingsGoBack)
+{
+    const lumo::MidiMgr& mgr = *rig.plugin().use_midi_mgr();
+    const std::int32_t nrpn = 99 * 65536;
+    rig.run(32);
+    EXPECT_TRUE(reports().empty());
+    ask(Request::get_bindings, -1);
+    ASSERT_EQ(reports().size(), 1u);
+    EXPECT_EQ(reports()[0].pending_learn, -1);
+    EXPECT_EQ(reports()[0].ids, (std::vector<std::int32_t>{nrpn, nrpn + 1, nrpn + 2, nrpn + 3, nrpn + 4, nrpn + 5}));
+    rig.run(32);
+    EXPECT_TRUE(reports().empty());
+
+    ask(Request::start, oignons);
+    EXPECT_EQ(mgr.get_pending_learn(), oignons);
+    ASSERT_EQ(reports().size(), 1u);
+    EXPECT_EQ(reports()[0].pending_learn, oignons);
+    SequenceBytes s = sequence();
+    cc(s, 3, 20, 127);
+    rig.send(s);
+    rig.run(32);
+    rig.clear_input();
+    ASSERT_EQ(reports().size(), 1u);
+    EXPECT_EQ(reports()[0].ids[oignons], 20 * 65536);
+    EXPECT_EQ(reports()[0].learn_count, mgr.get_learn_count());
+    // A parameter that waits for no controller is not cancelled.
+    ask(Request::cancel, bof);
+    EXPECT_EQ(mgr.get_pending_learn(), oignons);
+    ask(Request::forget, oignons);
+    EXPECT_EQ(mgr.get_pending_learn(), -1);
+    EXPECT_EQ(mgr.get_id(oignons), -1);
+    ASSERT_EQ(reports().size(), 1u);
+    EXPECT_EQ(reports()[0].ids[oignons], -1);
+
+    zq_test::StateStore state;
+    ASSERT_EQ(rig.save(state), LV2_STATE_SUCCESS);
+    ASSERT_EQ(rig.restore(state), LV2_STATE_SUCCESS);
+    rig.run(32);
+    EXPECT_EQ(reports().size(), 1u);
+    // A parameter index no control map holds is no request.
+    ask(Request::start, 256);
+    EXPECT_EQ(mgr.get_pending_learn(), -1);
+    EXPECT_TRUE(reports().empty());
+}
 
 TEST_F(ZarquetteLv2, ControlPortsAreHostAutomationInTheUnitsTheHostShows)
 {
