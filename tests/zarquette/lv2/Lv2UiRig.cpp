@@ -8,7 +8,6 @@
 
 #include <dlfcn.h>
 
-#include <cstdarg>
 #include <cstdio>
 #include <cstring>
 #include <stdexcept>
@@ -38,7 +37,7 @@ Lv2UiRig::Lv2UiRig(Lv2Rig& plugin, UridMap& map, Window parent) : _plugin(plugin
     const LV2_Feature map_feature{LV2_URID__map, const_cast<LV2_URID_Map*>(map.use())};
     const LV2_Feature touch_feature{LV2_UI__touch, &_touch};
     const LV2_Feature resize_feature{LV2_UI__resize, &_resize};
-    const LV2_Feature log_feature{LV2_LOG__log, &_log};
+    const LV2_Feature log_feature{LV2_LOG__log, const_cast<LV2_Log_Log*>(plugin.use_log())};
     const LV2_Feature* features[] = {&parent_feature, &map_feature, &touch_feature, &resize_feature, &log_feature,
                                      nullptr};
     LV2UI_Widget widget_handle = nullptr;
@@ -46,15 +45,14 @@ Lv2UiRig::Lv2UiRig(Lv2Rig& plugin, UridMap& map, Window parent) : _plugin(plugin
                                           &Lv2UiRig::write, this, &widget_handle, features);
     if (handle == nullptr)
     {
-        throw std::runtime_error("no editor: " + host_log);
+        throw std::runtime_error("no editor: " + plugin.log);
     }
     widget = static_cast<Window>(reinterpret_cast<std::uintptr_t>(widget_handle));
     // A host tells a new editor every control's value.
     const lumo::Lv2PortLayout& layout = _plugin.plugin().use_layout();
     for (int i = 0; i < layout.get_nbr_controls(); ++i)
     {
-        const std::uint32_t port = layout.get_first_control() + static_cast<std::uint32_t>(i);
-        port_event(port, _plugin.control(_plugin.plugin().use_control(i).get_symbol().c_str()));
+        port_event(control_port(i), _plugin.control(_plugin.plugin().use_control(i).get_symbol().c_str()));
     }
 }
 
@@ -63,17 +61,9 @@ Lv2UiRig::~Lv2UiRig()
     use_descriptor().cleanup(handle);
 }
 
-std::uint32_t Lv2UiRig::control_port(const char* symbol)
+std::uint32_t Lv2UiRig::control_port(int index) const
 {
-    const lumo::Lv2PortLayout& layout = _plugin.plugin().use_layout();
-    for (int i = 0; i < layout.get_nbr_controls(); ++i)
-    {
-        if (_plugin.plugin().use_control(i).get_symbol() == symbol)
-        {
-            return layout.get_first_control() + static_cast<std::uint32_t>(i);
-        }
-    }
-    throw std::invalid_argument(symbol);
+    return _plugin.plugin().use_layout().get_first_control() + static_cast<std::uint32_t>(index);
 }
 
 void Lv2UiRig::idle()
@@ -153,23 +143,6 @@ int Lv2UiRig::resize(LV2UI_Feature_Handle handle, int width, int height)
     self.width = width;
     self.height = height;
     return 0;
-}
-
-int Lv2UiRig::log_vprintf(LV2_Log_Handle handle, LV2_URID /*type*/, const char* fmt, va_list args)
-{
-    char text[1024];
-    const int n = std::vsnprintf(text, sizeof(text), fmt, args);
-    static_cast<Lv2UiRig*>(handle)->host_log += text;
-    return n;
-}
-
-int Lv2UiRig::log_printf(LV2_Log_Handle handle, LV2_URID type, const char* fmt, ...)
-{
-    va_list args;
-    va_start(args, fmt);
-    const int n = log_vprintf(handle, type, fmt, args);
-    va_end(args);
-    return n;
 }
 
 }  // namespace zq_test

@@ -8,7 +8,6 @@
 
 #include "tests/gadu/x11/X11Rig.h"
 
-#include <lv2/log/log.h>
 #include <lv2/ui/ui.h>
 
 #include <cstdint>
@@ -21,10 +20,10 @@ namespace zq_test
 // A minimal LV2 host of the plug-in's editor: the bundle's editor library
 // loaded by its descriptor (dlopen, lv2ui_descriptor), an instance embedded
 // in a window of the test's X server with the URID map, the port-write
-// function, the touch, resize and log features. It carries the editor's port
-// writes to a plug-in instance (control ports, atoms into its control port)
-// and the plug-in's notify output back to the editor, and logs every write
-// and touch.
+// function, the touch and resize features and the plug-in rig's log. It
+// carries the editor's port writes to the plug-in (control ports, atoms into
+// its control port) and the plug-in's notify output back to the editor, and
+// logs every write and touch.
 class Lv2UiRig
 {
 public:
@@ -35,7 +34,7 @@ public:
 
     // The editor's library, loaded once per test program.
     static const LV2UI_Descriptor& use_descriptor();
-    std::uint32_t control_port(const char* symbol);
+    std::uint32_t control_port(int index) const;
 
     // The host's calls.
     void idle();
@@ -48,25 +47,21 @@ public:
     Window widget = 0;
     // "touch PORT on|off", "write PORT VALUE", "atom PORT TYPE-URI".
     std::vector<std::string> log;
-    // What the editor asked the host for: its size, and the host's log.
+    // The size the editor asked the host for.
     int width = 0;
     int height = 0;
-    std::string host_log;
 
 private:
     static void write(LV2UI_Controller controller, std::uint32_t port, std::uint32_t size, std::uint32_t format,
                       const void* buffer);
     static void touch(LV2UI_Feature_Handle handle, std::uint32_t port, bool grabbed);
     static int resize(LV2UI_Feature_Handle handle, int width, int height);
-    static int log_printf(LV2_Log_Handle handle, LV2_URID type, const char* fmt, ...);
-    static int log_vprintf(LV2_Log_Handle handle, LV2_URID type, const char* fmt, va_list args);
 
     Lv2Rig& _plugin;
     UridMap& _map;
     std::vector<std::vector<std::uint8_t>> _to_plugin;
     LV2UI_Touch _touch{this, &Lv2UiRig::touch};
     LV2UI_Resize _resize{this, &Lv2UiRig::resize};
-    LV2_Log_Log _log{this, &Lv2UiRig::log_printf, &Lv2UiRig::log_vprintf};
 };
 
 }  // namespace zq_test

@@ -3,7 +3,7 @@
 #include "lumo/DspInterface.h"
 #include "lumo/HostDspInterface.h"
 #include "lumo/lv2/Lv2AtomObject.h"
-#include "lumo/lv2/Lv2LearnMessage.h"
+#include "lumo/lv2/Lv2LearnMirror.h"
 #include "lumo/lv2/Lv2Urids.h"
 #include "lumo/midi/MidiDevSelDispatcher.h"
 #include "lumo/midi/MidiMgr.h"
@@ -73,100 +73,95 @@ protected:
     zq_test::UridMap map;
 };
 
-// The editor's end of the learn conversation, as its messages travel.
+// The MIDI learn conversation between the editor's end (the mirror of the
+// bindings it holds) and the plug-in, as its messages travel the ports.
 class ZarquetteLv2Learn : public ZarquetteLv2
 {
 protected:
     using Request = lumo::Lv2LearnMessage::Request;
+    using Requests = std::vector<std::pair<Request, int>>;
 
     ZarquetteLv2Learn()
     {
         urids.map_all(map.use(), "urn:velnor:zarquette");
         lv2_atom_forge_init(&forge, const_cast<LV2_URID_Map*>(map.use()));
     }
-    // One block with the editor's request in the plug-in's control port.
-    void ask(Request request, int param)
+
+    // One block of the plug-in with the requests given, those for what the
+    // editor did to the mirror and a MIDI message; the plug-in's reports go
+    // to the mirror. Answers how many there were.
+    int exchange(Requests asked = {}, const std::vector<std::uint8_t>& midi = {})
     {
-        alignas(8) std::uint8_t buffer[128];
-        lv2_atom_forge_set_buffer(&forge, buffer, sizeof(buffer));
-        ASSERT_TRUE(lumo::Lv2LearnMessage::write_request(forge, urids, request, param));
-        const auto* atom = reinterpret_cast<const LV2_Atom*>(buffer);
-        const auto* body = reinterpret_cast<const std::uint8_t*>(atom + 1);
+        mirror.send_changes([&asked](Request request, int param) { asked.emplace_back(request, param); });
         SequenceBytes s = sequence();
-        s.event(0, atom->type, std::vector<std::uint8_t>(body, body + atom->size));
+        for (const auto& [request, param] : asked)
+        {
+            alignas(8) std::uint8_t buffer[128];
+            lv2_atom_forge_set_buffer(&forge, buffer, sizeof(buffer));
+            EXPECT_TRUE(lumo::Lv2LearnMessage::write_request(forge, urids, request, param));
+            const auto* atom = reinterpret_cast<const LV2_Atom*>(buffer);
+            const auto* body = reinterpret_cast<const std::uint8_t*>(atom + 1);
+            s.event(0, atom->type, std::vector<std::uint8_t>(body, body + atom->size));
+        }
+        if (!midi.empty())
+        {
+            s.event(0, map.id(LV2_MIDI__MidiEvent), midi);
+        }
         rig.send(s);
         rig.run(32);
         rig.clear_input();
-    }
-    // The reports the plug-in put into its notify port in the last block.
-    std::vector<lumo::Lv2LearnMessage::Bindings> reports()
-    {
-        std::vector<lumo::Lv2LearnMessage::Bindings> found;
+        int reports = 0;
         LV2_ATOM_SEQUENCE_FOREACH(&rig.use_output(), e)
         {
             lumo::Lv2Event event;
             event.type = e->body.type;
             event.size = e->body.size;
             event.body = reinterpret_cast<const std::uint8_t*>(&e->body + 1);
-            lumo::Lv2LearnMessage::Bindings bindings;
-            if (lumo::Lv2LearnMessage::read_bindings(lumo::Lv2AtomObject(event, urids), urids, bindings))
-            {
-                found.push_back(bindings);
-            }
+            reports += mirror.take(lumo::Lv2AtomObject(event, urids), urids) ? 1 : 0;
         }
-        return found;
+        return reports;
     }
 
     Lv2Rig rig{map};
     lumo::Lv2Urids urids;
     LV2_Atom_Forge forge{};
+    lumo::Lv2LearnMirror mirror;
 };
 
-// Arm, learn, forget and a restored state, each told back; nothing is told
-// before an editor asked.
-TEST_F(ZarquetteLv2Learn, TheEditorsRequestsReachTheMidiManagerAndTheBindingsGoBack)
+TEST_F(ZarquetteLv2Learn, WhatTheEditorDoesReachesThePluginAndThePluginsBindingsComeBack)
 {
-    const lumo::MidiMgr& mgr = *rig.plugin().use_midi_mgr();
-    const std::int32_t nrpn = 99 * 65536;
-    rig.run(32);
-    EXPECT_TRUE(reports().empty());
-    ask(Request::get_bindings, -1);
-    ASSERT_EQ(reports().size(), 1u);
-    EXPECT_EQ(reports()[0].pending_learn, -1);
-    EXPECT_EQ(reports()[0].ids, (std::vector<std::int32_t>{nrpn, nrpn + 1, nrpn + 2, nrpn + 3, nrpn + 4, nrpn + 5}));
-    rig.run(32);
-    EXPECT_TRUE(reports().empty());
+    const lumo::MidiMgr& plugin_mgr = *rig.plugin().use_midi_mgr();
+    lumo::MidiMgr& editor_mgr = mirror.use_mgr();
+    // Nothing is told before an editor asks, nor told twice.
+    EXPECT_EQ(exchange(), 0);
+    EXPECT_EQ(exchange({{Request::get_bindings, -1}}), 1);
+    EXPECT_EQ(editor_mgr.get_id(vin_rouge), 99 * 65536 + vin_rouge);
+    EXPECT_EQ(exchange(), 0);
 
-    ask(Request::start, oignons);
-    EXPECT_EQ(mgr.get_pending_learn(), oignons);
-    ASSERT_EQ(reports().size(), 1u);
-    EXPECT_EQ(reports()[0].pending_learn, oignons);
-    SequenceBytes s = sequence();
-    cc(s, 3, 20, 127);
-    rig.send(s);
-    rig.run(32);
-    rig.clear_input();
-    ASSERT_EQ(reports().size(), 1u);
-    EXPECT_EQ(reports()[0].ids[oignons], 20 * 65536);
-    EXPECT_EQ(reports()[0].learn_count, mgr.get_learn_count());
-    // A parameter that waits for no controller is not cancelled.
-    ask(Request::cancel, bof);
-    EXPECT_EQ(mgr.get_pending_learn(), oignons);
-    ask(Request::forget, oignons);
-    EXPECT_EQ(mgr.get_pending_learn(), -1);
-    EXPECT_EQ(mgr.get_id(oignons), -1);
-    ASSERT_EQ(reports().size(), 1u);
-    EXPECT_EQ(reports()[0].ids[oignons], -1);
-
+    editor_mgr.set_pending_learn(oignons);
+    EXPECT_EQ(exchange(), 1);
+    EXPECT_EQ(plugin_mgr.get_pending_learn(), oignons);
+    EXPECT_EQ(exchange({}, {0xB0, 20, 127}), 1);
+    EXPECT_EQ(editor_mgr.get_id(oignons), 20 * 65536);
+    EXPECT_EQ(editor_mgr.get_learn_count(), plugin_mgr.get_learn_count());
     zq_test::StateStore state;
     ASSERT_EQ(rig.save(state), LV2_STATE_SUCCESS);
+    // A cancel for a parameter that waits for nothing changes nothing.
+    exchange({{Request::cancel, bof}});
+    EXPECT_EQ(plugin_mgr.get_pending_learn(), oignons);
+    // The menu's "Forget": disarmed and unbound on both ends.
+    editor_mgr.set_pending_learn(-1);
+    editor_mgr.unbind(oignons);
+    EXPECT_EQ(exchange(), 1);
+    EXPECT_EQ(plugin_mgr.get_pending_learn(), -1);
+    EXPECT_EQ(plugin_mgr.get_id(oignons), -1);
+    EXPECT_EQ(exchange(), 0);
+
+    // A restored state is told; a request no plug-in sends is no request.
     ASSERT_EQ(rig.restore(state), LV2_STATE_SUCCESS);
-    rig.run(32);
-    EXPECT_EQ(reports().size(), 1u);
-    // A parameter index no control map holds is no request.
-    ask(Request::start, 256);
-    EXPECT_EQ(mgr.get_pending_learn(), -1);
-    EXPECT_TRUE(reports().empty());
+    EXPECT_EQ(exchange({{Request::start, 256}}), 1);
+    EXPECT_EQ(editor_mgr.get_id(oignons), 20 * 65536);
+    EXPECT_EQ(plugin_mgr.get_pending_learn(), -1);
 }
 
 TEST_F(ZarquetteLv2, ControlPortsAreHostAutomationInTheUnitsTheHostShows)
