@@ -31,7 +31,7 @@ const LV2UI_Descriptor& Lv2UiRig::use_descriptor()
     return *descriptor;
 }
 
-Lv2UiRig::Lv2UiRig(Lv2Rig& plugin, UridMap& map, Window parent) : _plugin(plugin), _map(map)
+Lv2UiRig::Lv2UiRig(Lv2Rig& plugin, UridMap& map, Window parent, bool minimal) : _plugin(plugin), _map(map)
 {
     const LV2_Feature parent_feature{LV2_UI__parent, reinterpret_cast<void*>(static_cast<std::uintptr_t>(parent))};
     const LV2_Feature map_feature{LV2_URID__map, const_cast<LV2_URID_Map*>(map.use())};
@@ -40,6 +40,10 @@ Lv2UiRig::Lv2UiRig(Lv2Rig& plugin, UridMap& map, Window parent) : _plugin(plugin
     const LV2_Feature log_feature{LV2_LOG__log, const_cast<LV2_Log_Log*>(plugin.use_log())};
     const LV2_Feature* features[] = {&parent_feature, &map_feature, &touch_feature, &resize_feature, &log_feature,
                                      nullptr};
+    if (minimal)
+    {
+        features[1] = nullptr;
+    }
     LV2UI_Widget widget_handle = nullptr;
     handle = use_descriptor().instantiate(&use_descriptor(), zarquette::lv2_uri, ZQ_LV2_BUNDLE_DIR "/",
                                           &Lv2UiRig::write, this, &widget_handle, features);
@@ -56,9 +60,13 @@ Lv2UiRig::Lv2UiRig(Lv2Rig& plugin, UridMap& map, Window parent) : _plugin(plugin
     }
 }
 
-Lv2UiRig::~Lv2UiRig()
+void Lv2UiRig::close()
 {
-    use_descriptor().cleanup(handle);
+    if (handle != nullptr)
+    {
+        use_descriptor().cleanup(handle);
+        handle = nullptr;
+    }
 }
 
 std::uint32_t Lv2UiRig::control_port(int index) const
@@ -74,7 +82,12 @@ void Lv2UiRig::idle()
 
 void Lv2UiRig::port_event(std::uint32_t port, float value)
 {
-    use_descriptor().port_event(handle, port, sizeof(value), 0, &value);
+    port_event(port, sizeof(value), 0, &value);
+}
+
+void Lv2UiRig::port_event(std::uint32_t port, std::uint32_t size, std::uint32_t format, const void* buffer)
+{
+    use_descriptor().port_event(handle, port, size, format, buffer);
 }
 
 void Lv2UiRig::exchange(const std::vector<std::uint8_t>& midi)
@@ -98,8 +111,7 @@ void Lv2UiRig::exchange(const std::vector<std::uint8_t>& midi)
     const std::uint32_t transfer = _map.id(LV2_ATOM__eventTransfer);
     LV2_ATOM_SEQUENCE_FOREACH(&_plugin.use_output(), e)
     {
-        use_descriptor().port_event(handle, notify, static_cast<std::uint32_t>(sizeof(LV2_Atom) + e->body.size),
-                                    transfer, &e->body);
+        port_event(notify, static_cast<std::uint32_t>(sizeof(LV2_Atom) + e->body.size), transfer, &e->body);
     }
 }
 

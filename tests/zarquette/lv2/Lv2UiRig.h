@@ -27,8 +27,9 @@ namespace zq_test
 class Lv2UiRig
 {
 public:
-    Lv2UiRig(Lv2Rig& plugin, UridMap& map, Window parent);
-    ~Lv2UiRig();
+    // minimal: a host that offers the parent window and nothing else.
+    Lv2UiRig(Lv2Rig& plugin, UridMap& map, Window parent, bool minimal = false);
+    ~Lv2UiRig() { close(); }
     Lv2UiRig(const Lv2UiRig&) = delete;
     Lv2UiRig& operator=(const Lv2UiRig&) = delete;
 
@@ -36,9 +37,11 @@ public:
     static const LV2UI_Descriptor& use_descriptor();
     std::uint32_t control_port(int index) const;
 
-    // The host's calls.
+    // The host's calls; close is the cleanup, after which the log stays.
     void idle();
+    void close();
     void port_event(std::uint32_t port, float value);
+    void port_event(std::uint32_t port, std::uint32_t size, std::uint32_t format, const void* buffer);
     // One block of the plug-in with what the editor sent since the last one
     // (and a MIDI message, if given), and its notify output to the editor.
     void exchange(const std::vector<std::uint8_t>& midi = {});

@@ -156,12 +156,19 @@ TEST_F(ZarquetteLv2Learn, WhatTheEditorDoesReachesThePluginAndThePluginsBindings
     EXPECT_EQ(plugin_mgr.get_pending_learn(), -1);
     EXPECT_EQ(plugin_mgr.get_id(oignons), -1);
     EXPECT_EQ(exchange(), 0);
+    // A forget alone disarms too.
+    editor_mgr.set_pending_learn(vin_rouge);
+    exchange();
+    exchange({{Request::forget, vin_rouge}});
+    EXPECT_EQ(plugin_mgr.get_pending_learn(), -1);
 
     // A restored state is told; a request no plug-in sends is no request.
     ASSERT_EQ(rig.restore(state), LV2_STATE_SUCCESS);
     EXPECT_EQ(exchange({{Request::start, 256}}), 1);
     EXPECT_EQ(editor_mgr.get_id(oignons), 20 * 65536);
     EXPECT_EQ(plugin_mgr.get_pending_learn(), -1);
+    exchange({{Request::start, 255}});
+    EXPECT_EQ(plugin_mgr.get_pending_learn(), 255);
 }
 
 TEST_F(ZarquetteLv2, ControlPortsAreHostAutomationInTheUnitsTheHostShows)

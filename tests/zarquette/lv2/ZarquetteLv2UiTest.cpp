@@ -74,10 +74,10 @@ protected:
 
     // Opens the editor, lets the plug-in answer its first request (the
     // bindings), and idles until its first frame shows.
-    void open_editor()
+    void open_editor(bool minimal = false)
     {
         const Screen empty = screen(64, 64);
-        ui = std::make_unique<Lv2UiRig>(plugin, map, parent);
+        ui = std::make_unique<Lv2UiRig>(plugin, map, parent, minimal);
         ui->exchange();
         ASSERT_TRUE(gadu_test::idle_until([&] { ui->idle(); }, [&] { return screen(64, 64) != empty; }));
         ui->log.clear();
@@ -208,6 +208,31 @@ TEST_F(ZarquetteLv2Ui, ADragOfBofWritesHalfItsRangeInsideTouches)
     EXPECT_NEAR(last, 50.0f, 0.5f);
     ui->exchange();
     EXPECT_NEAR(plugin.param(kBof), 0.5f, 0.005f);
+
+    // A host that closes the editor while the knob is held gets the touch back.
+    x11.move(kBofX, kBofY);
+    x11.button(Button1, true);
+    for (int step = 0; step < 8; ++step)
+    {
+        x11.move_by(0, -4);
+        idle_for(30);
+    }
+    ASSERT_EQ(ui->log.back().rfind(write, 0), 0u) << "the knob is not held";
+    ui->close();
+    x11.button(Button1, false);
+    EXPECT_EQ(ui->log.back(), touch + " off");
+}
+
+// Without the touch feature the knobs and the switch still write their ports;
+// without the URID map there is no learn menu (its messages need it).
+TEST_F(ZarquetteLv2Ui, AHostThatOffersOnlyTheParentWindowGetsAnEditorThatWorks)
+{
+    open_editor(true);
+    x11.move(350, 85);
+    x11.button(Button1, true);
+    x11.button(Button1, false);
+    ASSERT_TRUE(gadu_test::idle_until([&] { ui->idle(); }, [&] { return !ui->log.empty(); }));
+    EXPECT_EQ(ui->log, std::vector<std::string>{"write " + std::to_string(ui->control_port(3)) + " 1"});
 }
 
 TEST_F(ZarquetteLv2Ui, AHostsPortEventTurnsTheKnobAndComesNotBack)
@@ -215,7 +240,18 @@ TEST_F(ZarquetteLv2Ui, AHostsPortEventTurnsTheKnobAndComesNotBack)
     open_editor();
     idle_for(100);
     const Screen still = screen();
-    ui->port_event(ui->control_port(kBof), 70.0f);
+    // What is no value of one of the plug-in's ports changes nothing.
+    const std::uint32_t notify = plugin.plugin().use_layout().get_atom_out();
+    const std::uint32_t transfer = map.id(LV2_ATOM__eventTransfer);
+    const LV2_Atom too_long{1024, map.id(LV2_ATOM__Object)};
+    const float value = 70.0f;
+    ui->port_event(notify, 4, transfer, &too_long);
+    ui->port_event(notify, sizeof(too_long), transfer, &too_long);
+    ui->port_event(ui->control_port(kBof), sizeof(value), transfer, &value);
+    ui->port_event(99, sizeof(value), 0, &value);
+    idle_for(100);
+    EXPECT_EQ(screen(), still);
+    ui->port_event(ui->control_port(kBof), value);
     ASSERT_TRUE(gadu_test::idle_until([&] { ui->idle(); }, [&] { return screen() != still; }));
     idle_for(300);
     expect_only_bof_changed(still, screen());
