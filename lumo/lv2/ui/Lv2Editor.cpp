@@ -96,8 +96,6 @@ Lv2Editor::Lv2Editor(Sides sides, const Lv2UiRecipe& recipe, const Host& host)
                    _window->get_error_text().c_str());
         throw std::runtime_error("lumo::Lv2Editor::Lv2Editor() : Cannot open the editor.");
     }
-    // The editor shows the bindings from the audio side's first answer on.
-    send_request(Lv2LearnMessage::Request::get_bindings, -1);
 }
 
 Lv2Editor::~Lv2Editor()
@@ -190,10 +188,18 @@ void Lv2Editor::idle()
     }
     _gestures.close_all([this](int i) { return is_free(i, priority_level::gesture_end_test); },
                         [this](int i) { touch(i, false); });
-    if (_learn)
+    if (!_learn)
     {
-        _learn->send_changes([this](Lv2LearnMessage::Request request, int param) { send_request(request, param); });
+        return;
     }
+    // The editor shows the bindings from the audio side's first answer on;
+    // it asks once the host runs it, not while the host is still building it.
+    if (!_bindings_asked)
+    {
+        send_request(Lv2LearnMessage::Request::get_bindings, -1);
+        _bindings_asked = true;
+    }
+    _learn->send_changes([this](Lv2LearnMessage::Request request, int param) { send_request(request, param); });
 }
 
 // ---- To the host ---------------------------------------------------------------------

@@ -113,6 +113,7 @@ private:
     GestureQueue _gestures;
     LV2_Atom_Forge _forge{};
     std::unique_ptr<Lv2LearnMirror> _learn;
+    bool _bindings_asked = false;
 };
 
 }  // namespace lumo

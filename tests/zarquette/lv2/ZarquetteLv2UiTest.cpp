@@ -78,6 +78,7 @@ protected:
     {
         const Screen empty = screen(64, 64);
         ui = std::make_unique<Lv2UiRig>(plugin, map, parent, minimal);
+        ui->idle();
         ui->exchange();
         ASSERT_TRUE(gadu_test::idle_until([&] { ui->idle(); }, [&] { return screen(64, 64) != empty; }));
         ui->log.clear();
@@ -141,8 +142,8 @@ TEST_F(ZarquetteLv2Ui, ShowsTheArtworkInTheHostsWindowAndLeavesNothingBehind)
     for (int round = 0; round < 20; ++round)
     {
         ui = std::make_unique<Lv2UiRig>(plugin, map, parent);
-        ui->exchange();
         ui->idle();
+        ui->exchange();
         ui.reset();
     }
     const vsthost::WindowProbe::Counts last = vsthost::WindowProbe::get_counts();
