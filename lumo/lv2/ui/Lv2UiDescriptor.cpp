@@ -1,6 +1,6 @@
 #include "lumo/lv2/ui/Lv2UiDescriptor.h"
 
-#include "lumo/lv2/Lv2HostCall.h"
+#include "lumo/HostCallGuard.h"
 #include "lumo/lv2/ui/Lv2Editor.h"
 #include "lumo/lv2/ui/Lv2UiRecipe.h"
 
@@ -87,7 +87,7 @@ LV2UI_Handle instantiate(const LV2UI_Descriptor* descriptor, const char* plugin_
 
 void cleanup(LV2UI_Handle ui)
 {
-    call_instance<Lv2Editor>(ui, keep, false, [](Lv2Editor& e) {
+    call_from_host(static_cast<Lv2Editor*>(ui), keep, false, [](Lv2Editor& e) {
         delete &e;
         return true;
     });
@@ -95,7 +95,7 @@ void cleanup(LV2UI_Handle ui)
 
 void port_event(LV2UI_Handle ui, uint32_t port, uint32_t size, uint32_t format, const void* buffer)
 {
-    call_instance<Lv2Editor>(ui, keep, false, [&](Lv2Editor& e) {
+    call_from_host(static_cast<Lv2Editor*>(ui), keep, false, [&](Lv2Editor& e) {
         e.port_event(port, size, format, buffer);
         return true;
     });
@@ -104,7 +104,7 @@ void port_event(LV2UI_Handle ui, uint32_t port, uint32_t size, uint32_t format, 
 // The editor closes when the host says so, never by itself: always 0.
 int idle(LV2UI_Handle ui)
 {
-    call_instance<Lv2Editor>(ui, keep, false, [](Lv2Editor& e) {
+    call_from_host(static_cast<Lv2Editor*>(ui), keep, false, [](Lv2Editor& e) {
         e.idle();
         return true;
     });
