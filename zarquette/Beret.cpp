@@ -159,12 +159,10 @@ float Beret::process_sample(float x)
     const auto up = _up_steep.upsample(y);
     const auto a = _up_gentle.upsample(up[0]);
     const auto b = _up_gentle.upsample(up[1]);
-    const float fa0 = _filter.process<Quantise>(a[0]);
-    const float fa1 = _filter.process<Quantise>(a[1]);
-    const float fb0 = _filter.process<Quantise>(b[0]);
-    const float fb1 = _filter.process<Quantise>(b[1]);
-    const float down0 = _down_gentle.downsample_pair(fa0, fa1);
-    const float down1 = _down_gentle.downsample_pair(fb0, fb1);
+    float four[4] = {a[0], a[1], b[0], b[1]};
+    _filter.process_block<Quantise>(four, 4);
+    const float down0 = _down_gentle.downsample_pair(four[0], four[1]);
+    const float down1 = _down_gentle.downsample_pair(four[2], four[3]);
     const float result = _limiter.limit(_dc_killer.filter(_down_steep.downsample_pair(down0, down1)));
     _delay.write(result);
     return result;
