@@ -144,7 +144,6 @@ private:
                 _mm_add_ps(_mm_add_ps(_mm_mul_ps(weight[0], lane<0>(soft)), _mm_mul_ps(weight[1], lane<1>(soft))),
                            _mm_add_ps(_mm_mul_ps(weight[2], lane<2>(soft)), _mm_mul_ps(weight[3], lane<3>(soft))));
             const __m128 known = _mm_add_ps(weighted, early);
-            const __m128 loop_in = _mm_add_ps(weighted, _mm_add_ps(early, loop_offset));
 
             // The loop, in lane 0 (the other lanes are ignored): from the last
             // stage plus 0.125 that the sample before left, clamped, through the
@@ -176,7 +175,10 @@ private:
                 stages = _mm_sub_ps(stages, snapped);
                 in_part = _mm_sub_ps(in_part, snapped);
             }
-            last = _mm_sub_ss(_mm_add_ss(lane<3>(loop_in), spread), snap_part);
+            // r4 + 0.125 as the loop needs it, the input's and the feedback's
+            // parts first: the old states' part arrives last.
+            const __m128 input_part = _mm_add_ss(lane<3>(_mm_add_ps(early, loop_offset)), spread);
+            last = _mm_sub_ss(_mm_add_ss(lane<3>(weighted), input_part), snap_part);
             in_prev = in_part;
             keep(stages);
             return _mm_cvtss_f32(_mm_mul_ss(lane<3>(this->stages), out_gain));
