@@ -14,12 +14,13 @@ namespace
 
 constexpr double kPi = 3.14159265358979323846;
 constexpr float kMinStep = 1.0f / 1024.0f;
-void set_lanes(float (&lanes)[4], double x0, double x1, double x2, double x3)
+// Values for stages 1 to 4 into the lanes, which hold the stages as 4, 1, 2, 3.
+void set_lanes(float (&lanes)[4], double s1, double s2, double s3, double s4)
 {
-    lanes[0] = static_cast<float>(x0);
-    lanes[1] = static_cast<float>(x1);
-    lanes[2] = static_cast<float>(x2);
-    lanes[3] = static_cast<float>(x3);
+    lanes[0] = static_cast<float>(s4);
+    lanes[1] = static_cast<float>(s1);
+    lanes[2] = static_cast<float>(s2);
+    lanes[3] = static_cast<float>(s3);
 }
 
 }  // namespace
@@ -80,7 +81,7 @@ void BeretFilter::reset()
 
 BeretFilter::State BeretFilter::get_state() const
 {
-    return {_in_prev[0] / _b, _stages[0], _stages[1], _stages[2], _stages[3]};
+    return {_in_prev[1] / _b, _stages[1], _stages[2], _stages[3], _stages[0]};
 }
 
 bool BeretFilter::state_is_normal() const
@@ -115,7 +116,7 @@ void BeretFilter::update_coefs()
 
     // The previous input is kept as its share of each stage: rescaled to the
     // new b, so that a cutoff change applies to it as the formulas say.
-    const double u_prev = _in_prev[0] / _b;
+    const double u_prev = _in_prev[1] / _b;
     _b = static_cast<float>(b);
     const double b2 = b * b;
     const double b3 = b2 * b;
@@ -123,13 +124,14 @@ void BeretFilter::update_coefs()
     set_lanes(_b_pow, b, b2, b3, b4);
     set_lanes(_in_prev, b * u_prev, b2 * u_prev, b3 * u_prev, b4 * u_prev);
     // Old state j reaches stage j at -a and every later stage k at
-    // b^(k-j) (1 - a); halved, as the soft limits are kept doubled.
+    // b^(k-j) (1 - a); halved, as the soft limits are kept doubled. Weights of
+    // n stages back, for stages 1 to 4 (zero where there is no such stage).
     const double h = 0.5 * (1.0 - a);
     const double na = -0.5 * a;
-    set_lanes(_weight[0], na, h * b, h * b2, h * b3);
-    set_lanes(_weight[1], 0.0, na, h * b, h * b2);
-    set_lanes(_weight[2], 0.0, 0.0, na, h * b);
-    set_lanes(_weight[3], 0.0, 0.0, 0.0, na);
+    set_lanes(_weight[0], na, na, na, na);
+    set_lanes(_weight[1], 0.0, h * b, h * b, h * b);
+    set_lanes(_weight[2], 0.0, 0.0, h * b2, h * b2);
+    set_lanes(_weight[3], 0.0, 0.0, 0.0, h * b3);
 
     const double gain = k * _keep;
     set_lanes(_b_pow_gain, b * gain, b2 * gain, b3 * gain, b4 * gain);

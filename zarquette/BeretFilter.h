@@ -96,7 +96,8 @@ private:
 
     // The filter while it runs: coefficients and state in registers. The
     // object itself keeps plain floats, as a 32-bit Windows host's heap aligns
-    // to 8 bytes only.
+    // to 8 bytes only. The four stages sit in the lanes as 4, 1, 2, 3: the last
+    // stage, which the loop reads and the output takes, in lane 0.
     struct Kernel
     {
         explicit Kernel(const BeretFilter& f)
@@ -119,13 +120,14 @@ private:
             soft = _mm_xor_ps(_mm_loadu_ps(f._soft), folds());
         }
 
-        // The stored soft limits are unfolded: the fold level may change
-        // before the next block.
+        // Tiny states are flushed once per block, so that a decay never
+        // crawls through the denormal range for longer. The stored soft
+        // limits are unfolded: the fold level may change before the next block.
         void save(BeretFilter& f) const
         {
-            _mm_storeu_ps(f._stages, stages);
-            _mm_storeu_ps(f._soft, _mm_xor_ps(soft, folds()));
-            _mm_storeu_ps(f._in_prev, in_prev);
+            _mm_storeu_ps(f._stages, flush(stages));
+            _mm_storeu_ps(f._soft, flush(_mm_xor_ps(soft, folds())));
+            _mm_storeu_ps(f._in_prev, flush(in_prev));
             f._last = _mm_cvtss_f32(last);
         }
 
@@ -136,14 +138,13 @@ private:
         float step(float in)
         {
             // Off the loop: the new input's share of every stage and what the
-            // old states add to it; for the loop, lane 4 once more with 0.125
-            // added (the stages themselves keep their precision).
+            // old states add to it, state j reaching stage k through the
+            // weights of k - j, gathered by turning the lanes.
             const __m128 fresh = _mm_mul_ps(b_pow, _mm_set1_ps(in));
-            const __m128 early = _mm_add_ps(in_prev, fresh);
             const __m128 weighted =
-                _mm_add_ps(_mm_add_ps(_mm_mul_ps(weight[0], lane<0>(soft)), _mm_mul_ps(weight[1], lane<1>(soft))),
-                           _mm_add_ps(_mm_mul_ps(weight[2], lane<2>(soft)), _mm_mul_ps(weight[3], lane<3>(soft))));
-            const __m128 known = _mm_add_ps(weighted, early);
+                _mm_add_ps(_mm_add_ps(_mm_mul_ps(weight[0], soft), _mm_mul_ps(weight[1], turn<1>(soft))),
+                           _mm_add_ps(_mm_mul_ps(weight[2], turn<2>(soft)), _mm_mul_ps(weight[3], turn<3>(soft))));
+            const __m128 known = _mm_add_ps(weighted, _mm_add_ps(in_prev, fresh));
 
             // The loop, in lane 0 (the other lanes are ignored): from the last
             // stage plus 0.125 that the sample before left, clamped, through the
@@ -154,13 +155,12 @@ private:
             const __m128 head = _mm_mul_ss(last_gain, c);
             // The feedback's share of the last stage, less what the same
             // operations give at rest: exactly zero there.
-            const __m128 spread =
+            __m128 spread =
                 _mm_sub_ss(_mm_sub_ss(_mm_sub_ss(_mm_mul_ss(head, square), _mm_mul_ss(head, mag)), head), rest_spread);
-            __m128 snap_part = _mm_setzero_ps();
             // The saturator once more, as a factor for the vector of stages: zero
             // at rest, exactly, so that silence stays silent.
             const __m128 cubic = _mm_mul_ss(c, _mm_sub_ss(_mm_add_ss(mag, one), square));
-            const __m128 feedback = _mm_mul_ps(b_pow_gain, lane<0>(_mm_sub_ss(cubic, rest_value)));
+            const __m128 feedback = _mm_mul_ps(b_pow_gain, all(_mm_sub_ss(cubic, rest_value)));
             __m128 stages = _mm_sub_ps(known, feedback);
             __m128 in_part = _mm_sub_ps(fresh, feedback);
             if (Quantise)
@@ -170,45 +170,48 @@ private:
                 const __m128 arg = _mm_mul_ss(k_inv_step, c);
                 const __m128 cubic_arg = _mm_add_ss(_mm_sub_ss(arg, k_inv_step_offset), _mm_mul_ss(arg, _mm_sub_ss(mag, square)));
                 const __m128 grid = _mm_sub_ss(_mm_add_ss(cubic_arg, round_magic), round_magic);
-                snap_part = _mm_mul_ss(last_snap, grid);
-                const __m128 snapped = _mm_mul_ps(b_pow_snap, lane<0>(grid));
+                spread = _mm_sub_ss(spread, _mm_mul_ss(last_snap, grid));
+                const __m128 snapped = _mm_mul_ps(b_pow_snap, all(grid));
                 stages = _mm_sub_ps(stages, snapped);
                 in_part = _mm_sub_ps(in_part, snapped);
             }
-            // r4 + 0.125 as the loop needs it, the input's and the feedback's
-            // parts first: the old states' part arrives last.
-            const __m128 input_part = _mm_add_ss(lane<3>(_mm_add_ps(early, loop_offset)), spread);
-            last = _mm_sub_ss(_mm_add_ss(lane<3>(weighted), input_part), snap_part);
+            // r4 + 0.125 as the loop needs it: the stage's own part plus 0.125
+            // first, so that near rest a remainder below the grain of 0.125 is
+            // lost at once, then the feedback's share, zero at rest.
+            last = _mm_add_ss(_mm_add_ss(known, quarter), spread);
             in_prev = in_part;
             keep(stages);
-            return _mm_cvtss_f32(_mm_mul_ss(lane<3>(this->stages), out_gain));
+            return _mm_cvtss_f32(_mm_mul_ss(this->stages, out_gain));
         }
 
-        // Keeps the new stages, limited and with tiny values flushed, and their
-        // soft limits for the next sample: g(x) = x - e |e| / 2 with e = x -
-        // clamp(x, -1, 1), doubled (the weights are halved), the third one's sign
-        // turned over where it folds (the soft limit is odd, so that is the
-        // fold). A not-a-number (only from a caller's not-a-number input: the
-        // stages are bounded sums of bounded values) ends at the limit.
+        // Keeps the new stages, limited, and their soft limits for the next
+        // sample: g(x) = x - e |e| / 2 with e = x - clamp(x, -1, 1), doubled
+        // (the weights are halved), the third one's sign turned over where it
+        // folds (the soft limit is odd, so that is the fold). A not-a-number
+        // (only from a caller's not-a-number input: the stages are bounded sums
+        // of bounded values) ends at the limit.
         void keep(__m128 x)
         {
-            const __m128 size = abs(x);
             const __m128 limited = _mm_min_ps(_mm_max_ps(x, minus_limit), limit);
-            const __m128 kept = _mm_andnot_ps(_mm_cmplt_ps(size, tiny), limited);
             const __m128 excess = _mm_sub_ps(limited, _mm_min_ps(_mm_max_ps(x, minus_one), one));
-            const __m128 raw = _mm_sub_ps(_mm_add_ps(kept, kept), _mm_mul_ps(excess, abs(excess)));
-            stages = kept;
-            soft = _mm_xor_ps(raw, _mm_and_ps(_mm_cmpgt_ps(size, fold_level), sign_bits()));
+            const __m128 raw = _mm_sub_ps(_mm_add_ps(limited, limited), _mm_mul_ps(excess, abs(excess)));
+            stages = limited;
+            soft = _mm_xor_ps(raw, _mm_and_ps(_mm_cmpgt_ps(abs(x), fold_level), sign_bits()));
         }
 
-        template <int I>
-        static __m128 lane(__m128 v)
+        // Lane i takes lane (i - n) mod 4: with the stages in the order 4, 1,
+        // 2, 3, stage k takes stage k - n (wrapped lanes meet zero weights).
+        template <int N>
+        static __m128 turn(__m128 v)
         {
-            return _mm_shuffle_ps(v, v, _MM_SHUFFLE(I, I, I, I));
+            return _mm_shuffle_ps(v, v, _MM_SHUFFLE((3 - N) & 3, (2 - N) & 3, (1 - N) & 3, (0 - N) & 3));
         }
 
+        // Lane 0 in every lane.
+        static __m128 all(__m128 v) { return _mm_shuffle_ps(v, v, _MM_SHUFFLE(0, 0, 0, 0)); }
         static __m128 sign_bits() { return _mm_set1_ps(-0.0f); }
         static __m128 abs(__m128 v) { return _mm_andnot_ps(sign_bits(), v); }
+        static __m128 flush(__m128 v) { return _mm_andnot_ps(_mm_cmplt_ps(abs(v), _mm_set1_ps(kTiny)), v); }
 
         // State: the stages, their (folded, doubled) soft limits, u_prev's share
         // of every stage (b^k u_prev), the last stage plus 0.125 before its limit.
@@ -233,17 +236,17 @@ private:
         __m128 minus_one = _mm_set1_ps(-1.0f);
         __m128 limit = _mm_set1_ps(kStateLimit);
         __m128 minus_limit = _mm_set1_ps(-kStateLimit);
-        __m128 tiny = _mm_set1_ps(kTiny);
         __m128 rest_value = _mm_set1_ps(kRestValue);
         __m128 round_magic = _mm_set1_ps(kRoundMagic);
-        __m128 loop_offset = _mm_setr_ps(0.0f, 0.0f, 0.0f, kLoopOffset);
+        __m128 quarter = _mm_set1_ps(kLoopOffset);
     };
 
     void update_coefs();
 
-    // State: the four stages (limited), their soft limits doubled (unfolded),
-    // u_prev's share of every stage (b^k u_prev), and the last stage plus 0.125
-    // before its limit, which the feedback reads.
+    // State, in the lanes' order of stages: the four stages (limited), their
+    // soft limits doubled (unfolded), u_prev's share of every stage (b^k
+    // u_prev); and the last stage plus 0.125 before its limit, which the
+    // feedback reads.
     float _stages[4] = {};
     float _soft[4] = {};
     float _in_prev[4] = {};
@@ -255,9 +258,10 @@ private:
     float _resonance = 0.4f;
     float _drive = 0.0f;
 
-    // Coefficients: b^k per stage; each old state's weight in every stage,
-    // halved; b^k times the feedback's linear gain and its quantised step; the
-    // fold level of the third stage (the others never fold).
+    // Coefficients, in the lanes' order of stages: b^k; the weights of old
+    // state k - n in stage k for n = 0 to 3, halved; b^k times the feedback's
+    // linear gain and its quantised step; the fold level of the third stage
+    // (the others never fold).
     float _b = 1.0f;
     float _b_pow[4] = {};
     float _weight[4][4] = {};
