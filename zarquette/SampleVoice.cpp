@@ -104,7 +104,8 @@ void SampleVoice::render(float* left, float* right, int n)
     const std::uint64_t block = n > 0 ? static_cast<std::uint64_t>(n) : 0;
     const auto k = static_cast<int>(std::min(_frames_left, block));
     const std::int16_t* samples = _recording->use_samples();
-    int f = render_fours(samples, left, right, k);
+    // Short runs (tiny host blocks) skip the setup of the four lanes.
+    int f = k >= 4 ? render_fours(samples, left, right, k) : 0;
     constexpr float to_float = 1.0f / 32768.0f;
     constexpr float fraction_scale = 1.0f / 4294967296.0f;
     for (; f < k; ++f)
