@@ -45,6 +45,10 @@ const char* const usage =
     "  editor-stress PLUGIN [--cycles N] [--instances K] [--idle-ms N]\n"
     "                                   open and close editors repeatedly; non-zero exit on leaks\n"
     "  compare A.png B.png [--tolerance N]  count changed pixels and box the changed areas\n"
+    "  compare A.wav B.wav [--tempo BPM] [--rms-db DB] [--band-db DB]\n"
+    "                                   whether two renders sound the same (RMS, third-octave\n"
+    "                                   bands, onsets on the 16th-note grid, clean samples);\n"
+    "                                   exits with 1 when they do not\n"
     "Windows builds only open editors; SCRIPT steps, separated by ';': down X Y, up X Y,\n"
     "rdown X Y, rup X Y, click X Y, dblclick X Y, move X Y [STEPS], wheel X Y DELTA, wait MS\n";
 
