@@ -10,12 +10,15 @@
 #
 # Each repository needs build/native (preset native) and, for the DLL,
 # build/win64 (preset win64) with the targets built. Numbers move with the
-# machine's load: the load average is printed first and last.
+# machine's load: the load average is printed first and last. ZQ_BENCH_REPEATS,
+# ZQ_BENCH_SECONDS and ZQ_BENCH_DLL_SECONDS set the passes and their lengths.
 set -euo pipefail
 before=$(cd "${1:?before repository}" && pwd)
 after=$(cd "${2:?after repository}" && pwd)
 repeats=${ZQ_BENCH_REPEATS:-7}
 seconds=${ZQ_BENCH_SECONDS:-20}
+# wine's CPU clock ticks every 15.6 ms: the DLL's passes must be long enough.
+dll_seconds=${ZQ_BENCH_DLL_SECONDS:-300}
 
 # The busiest setting (120 BPM), at 10:00 on a cat day: no lunch break.
 busy=(--norm Tempo=0.333333 --norm Bof=0.5 --norm Gauloises=1 --norm "Nuclear Power=1" --norm Oignons=1
@@ -48,7 +51,7 @@ for block in 512 32; do
     dll="not built"
     if [ -f "$repo/build/win64/Zarquette_vst2win64.dll" ]; then
       dll=$(cd "$repo/build/win64" && ZQ_WINEPREFIX="$PWD/.wineprefix" "${morning[@]}" ../../cmake/wine-run.sh \
-            tools/vsthost/vsthost.exe bench Zarquette_vst2win64.dll --block "$block" --seconds "$seconds" \
+            tools/vsthost/vsthost.exe bench Zarquette_vst2win64.dll --block "$block" --seconds "$dll_seconds" \
             --repeats "$repeats" "${busy[@]}" 2>/dev/null | factor)
     fi
     echo "vsthost bench, busiest setting, blocks of $block, $repo: .so $native, win64 DLL $dll"
@@ -60,6 +63,6 @@ for plugin in "${debian_plugins[@]}"; do
   [ -f "$path" ] || path=/usr/lib/vst/$plugin-vst.so
   [ -f "$path" ] || continue
   echo "vsthost bench, blocks of 512, $path: $("$after/build/native/tools/vsthost/vsthost" bench "$path" \
-        --block 512 --seconds "$seconds" --repeats "$repeats" | factor)"
+        --block 512 --seconds "$seconds" --repeats "$repeats" 2>/dev/null | factor)"
 done
 echo "load: $(uptime)"
