@@ -10,6 +10,9 @@ endfunction()
 if(WIN32)
   add_compile_definitions(WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601)
   add_link_options(-static -static-libgcc -static-libstdc++)
+  # The same commit links the same bytes: no link time in the images' headers
+  # (release archives are compared byte for byte).
+  add_link_options(-Wl,--no-insert-timestamp)
   if(CMAKE_SIZEOF_VOID_P EQUAL 4)
     # 32-bit hosts may enter with a 4-byte aligned stack.
     add_compile_options(-msse2 -mfpmath=sse -mstackrealign)

@@ -11,4 +11,8 @@ export WINEDLLOVERRIDES="mscoree,mshtml="
 # whose monotonic clock was moved by hours would wait that long. Only the date
 # and time of day are meant to move.
 export FAKETIME_DONT_FAKE_MONOTONIC=1
+# Nor the times of files: wine would take its own files for newer than the
+# prefix and update the prefix at every start (and, with 32-bit wine
+# installed, start 32-bit helpers for it, which faketime's library cannot join).
+export NO_FAKE_STAT=1
 exec /usr/lib/wine/wine64 "$@"

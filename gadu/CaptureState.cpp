@@ -36,7 +36,10 @@ CaptureState::Point CaptureState::deliver(Point pos, double now, bool& warp)
     _last = pos;
     if (now - _last_warp >= kWarpInterval && now - _start >= kWarpDelay)
     {
-        _last = _origin;
+        if (!_deferred_warps)
+        {
+            _last = _origin;
+        }
         _last_warp = now;
         warp = true;
     }

@@ -35,6 +35,15 @@ public:
     // or in the endless drag the motion since the last event. warp is set when
     // the cursor must now be moved to the origin.
     Point deliver(Point pos, double now, bool& warp);
+    // Whether deliver answers motion rather than positions.
+    bool delivers_motion() const { return _handler != nullptr && _mode == capture_mode::relative; }
+
+    // A platform whose events queue up (and may still report positions from
+    // before a warp) says when the first event after the warp arrives; only
+    // then do positions count from the origin again. Others move the cursor
+    // at once, and the next event already starts from the origin.
+    void set_deferred_warps(bool deferred) { _deferred_warps = deferred; }
+    void on_warp_arrived() { _last = _origin; }
 
     // Whether releasing the endless drag should put the cursor somewhere.
     bool release_moves_cursor(double now) const;
@@ -51,6 +60,7 @@ private:
     Point _last;
     double _start = 0.0;
     double _last_warp = 0.0;
+    bool _deferred_warps = false;
 };
 
 }  // namespace gadu

@@ -7,10 +7,12 @@
 namespace gadu
 {
 
-MemoryRenderingBuffer::MemoryRenderingBuffer(std::int32_t width, std::int32_t height, MemoryRenderingBuffer* screen)
+MemoryRenderingBuffer::MemoryRenderingBuffer(std::int32_t width, std::int32_t height, MemoryRenderingBuffer* screen,
+                                             const Zoom& zoom)
     : RenderingBufferInterface(std::max(width, 0), std::max(height, 0)),
       _pixels(static_cast<std::size_t>(_width) * static_cast<std::size_t>(_height) * 4u, 0),
-      _screen(screen)
+      _screen(screen),
+      _zoom(zoom)
 {
 }
 
@@ -20,21 +22,21 @@ void MemoryRenderingBuffer::blit(std::int32_t x, std::int32_t y, std::int32_t wi
     {
         return;
     }
-    // In screen coordinates: the part of the screen the blit covers, limited to
-    // what this buffer holds.
-    const Rect area = Rect::of_size(x, y, std::min(width, _width), std::min(height, _height))
-                          .intersected(_screen->get_area_at(0, 0));
+    // In this buffer's pixels at the screen's position: the part of the screen
+    // the blit covers (whole blocks only), limited to what this buffer holds.
+    const Rect screen_area{0, 0, _zoom.to_content(_screen->_width), _zoom.to_content(_screen->_height)};
+    const Rect area =
+        Rect::of_size(x, y, std::min(width, _width), std::min(height, _height)).intersected(screen_area);
     if (area.is_empty())
     {
         return;
     }
-    const std::size_t row_bytes = static_cast<std::size_t>(area.x2 - area.x1) * 4u;
-    for (std::int32_t row = area.y1; row < area.y2; ++row)
-    {
-        const std::uint8_t* from = _pixels.data() + (static_cast<std::size_t>(row - y) * _width + (area.x1 - x)) * 4u;
-        std::uint8_t* to = _screen->pixels() + (static_cast<std::size_t>(row) * _screen->_width + area.x1) * 4u;
-        std::memcpy(to, from, row_bytes);
-    }
+    const std::int32_t stride = _width * 4;
+    const std::int32_t screen_stride = _screen->_width * 4;
+    const std::uint8_t* from = _pixels.data() + (static_cast<std::size_t>(area.y1 - y) * _width + (area.x1 - x)) * 4u;
+    std::uint8_t* to = _screen->pixels() + (static_cast<std::size_t>(_zoom.to_platform(area.y1)) * _screen->_width
+                                            + _zoom.to_platform(area.x1)) * 4u;
+    _zoom.expand(from, stride, area.x2 - area.x1, area.y2 - area.y1, to, screen_stride);
 }
 
 std::uint32_t MemoryRenderingBuffer::get_pixel(std::int32_t x, std::int32_t y) const

@@ -27,9 +27,10 @@ std::int32_t OffscreenWindow::open(void* /*parent*/)
 {
     const std::int32_t w = get_window_width();
     const std::int32_t h = get_window_height();
-    _screen = std::make_unique<MemoryRenderingBuffer>(w, h);
+    _screen = std::make_unique<MemoryRenderingBuffer>(use_zoom().to_platform(w), use_zoom().to_platform(h));
     _buffer = std::make_unique<MemoryRenderingBuffer>(_tile_width > 0 ? _tile_width : w,
-                                                      _tile_height > 0 ? _tile_height : h, _screen.get());
+                                                      _tile_height > 0 ? _tile_height : h, _screen.get(),
+                                                      use_zoom());
     set_buffer(_buffer.get());
     _dirty = Rect{};
     return 0;
@@ -50,7 +51,7 @@ void OffscreenWindow::close()
 
 void OffscreenWindow::resize()
 {
-    repaint(Rect{0, 0, get_window_width(), get_window_height()});
+    repaint(use_zoom().to_platform(Rect{0, 0, get_window_width(), get_window_height()}));
 }
 
 void OffscreenWindow::set_tile_size(std::int32_t width, std::int32_t height)

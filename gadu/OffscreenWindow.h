@@ -15,11 +15,13 @@ namespace gadu
 // A window without a display: it paints into a picture of its content in
 // memory and takes its input from calls instead of a platform. Time stands
 // still unless the caller moves it. It is what the toolkit's tests drive, and
-// what tools use to render a screen to an image.
+// what tools use to render a screen to an image. Its input, cursor and screen
+// are in platform pixels, which a zoom makes larger than the content.
 class OffscreenWindow : public WindowInterface
 {
 public:
-    // Content and window size; negative sizes count as 0.
+    // Content and window size; negative sizes count as 0. The screen has the
+    // window size (zoomed).
     OffscreenWindow(std::int32_t width, std::int32_t height);
 
     // The parent is ignored. The screen starts black.

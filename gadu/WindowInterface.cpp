@@ -57,6 +57,16 @@ void WindowInterface::set_window_size(std::int32_t width, std::int32_t height)
     _window_height = std::max(height, 0);
 }
 
+std::int32_t WindowInterface::get_platform_width() const
+{
+    return _zoom.to_platform(_resizable ? _content_width : _window_width);
+}
+
+std::int32_t WindowInterface::get_platform_height() const
+{
+    return _zoom.to_platform(_resizable ? _content_height : _window_height);
+}
+
 void WindowInterface::set_background_root(SPTreeNodeInterface* root)
 {
     replace_root(_background_root, root);
@@ -84,10 +94,12 @@ void WindowInterface::on_mouse_move(std::int32_t x, std::int32_t y)
 {
     _timers.service(get_time());
     // By index: a subscriber may unsubscribe while it handles its message.
+    const std::int32_t cx = _zoom.to_content(x);
+    const std::int32_t cy = _zoom.to_content(y);
     for (std::size_t i = 0; i < _direct.size(); ++i)
     {
         ControlInterface* control = _direct[i];
-        control->handle_message(MouseDirectMove(x - control->get_x(), y - control->get_y()));
+        control->handle_message(MouseDirectMove(cx - control->get_x(), cy - control->get_y()));
     }
     send_mouse(x, y, [](CaptureState::Point p) { return MouseMove(p.x, p.y); });
 }
@@ -120,7 +132,7 @@ void WindowInterface::on_capture_changed()
 void WindowInterface::on_paint(const Rect& update)
 {
     _timers.service(get_time());
-    const Rect dirty = update.intersected(get_content_rect());
+    const Rect dirty = _zoom.covering(update).intersected(get_content_rect());
     if (!dirty.is_empty())
     {
         redraw(dirty);
@@ -139,7 +151,7 @@ void WindowInterface::on_destroyed()
 
 std::int32_t WindowInterface::on_invalidate(const Invalidate& message)
 {
-    repaint(message.get_region().intersected(get_content_rect()));
+    repaint(_zoom.to_platform(message.get_region().intersected(get_content_rect())));
     return 0;
 }
 
@@ -160,6 +172,8 @@ std::int32_t WindowInterface::on_mouse_capture(const MouseCapture& message)
         previous->handle_message(MouseCaptureLost());
     }
     _capture.begin(message.use_handler(), message.get_mode(), get_cursor_pos(), now);
+    _motion_sum = CaptureState::Point{};
+    _motion_sent = CaptureState::Point{};
     return 0;
 }
 
@@ -171,7 +185,8 @@ std::int32_t WindowInterface::on_mouse_release(const MouseRelease& message)
     }
     if (_capture.release_moves_cursor(get_time()))
     {
-        set_cursor_pos(message.has_position() ? CaptureState::Point{message.get_x(), message.get_y()}
+        set_cursor_pos(message.has_position() ? CaptureState::Point{_zoom.to_platform(message.get_x()),
+                                                                    _zoom.to_platform(message.get_y())}
                                               : _capture.get_origin());
     }
     return release_capture() ? 0 : kRefused;
@@ -256,13 +271,26 @@ void WindowInterface::send_mouse(std::int32_t x, std::int32_t y, Make make)
     {
         return;
     }
+    const bool motion = _capture.delivers_motion();
     bool warp = false;
     const CaptureState::Point delivered = _capture.deliver(CaptureState::Point{x, y}, get_time(), warp);
     if (warp)
     {
         set_cursor_pos(_capture.get_origin());
     }
-    target->handle_message(make(delivered));
+    target->handle_message(make(motion ? to_content_motion(delivered)
+                                       : CaptureState::Point{_zoom.to_content(delivered.x),
+                                                             _zoom.to_content(delivered.y)}));
+}
+
+CaptureState::Point WindowInterface::to_content_motion(CaptureState::Point platform_motion)
+{
+    _motion_sum.x += platform_motion.x;
+    _motion_sum.y += platform_motion.y;
+    const CaptureState::Point total{_zoom.to_content(_motion_sum.x), _zoom.to_content(_motion_sum.y)};
+    const CaptureState::Point step{total.x - _motion_sent.x, total.y - _motion_sent.y};
+    _motion_sent = total;
+    return step;
 }
 
 // Background first so that controls paint over it; on the way out the

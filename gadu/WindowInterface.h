@@ -4,6 +4,7 @@
 #include "gadu/MessageHandlerInterface.h"
 #include "gadu/Rect.h"
 #include "gadu/TimerManager.h"
+#include "gadu/Zoom.h"
 
 #include <cstdint>
 #include <vector>
@@ -33,6 +34,10 @@ class TextInputStop;
 // few primitives below (clock, repaint request, platform capture, cursor,
 // menus and text fields), and feeds the events of its platform to the
 // on_... operations.
+//
+// Content pixels are what the tree sees; platform pixels are what the
+// platform's events, cursor, repaints and window size are in. The two differ
+// by the zoom: at zoom z a content pixel is a z x z block on the platform.
 class WindowInterface : public MessageHandlerInterface
 {
 public:
@@ -44,6 +49,10 @@ public:
     virtual std::int32_t open(void* parent) = 0;
     virtual void close() = 0;
     virtual void resize() = 0;
+    // For platforms without an event loop of their own that calls the window
+    // (the host's idle call drives the editor there): delivers what the
+    // platform queued, runs the timers and paints. Nothing elsewhere.
+    virtual void idle() {}
 
     // Up messages from the tree; -1 while the platform window does not exist.
     std::int32_t handle_message(const MessageInterface& message) override;
@@ -61,6 +70,13 @@ public:
     std::int32_t get_window_height() const { return _window_height; }
     void set_resizable(bool resizable) { _resizable = resizable; }
     bool is_resizable() const { return _resizable; }
+    // Takes effect at the next open.
+    void set_zoom(const Zoom& zoom) { _zoom = zoom; }
+    const Zoom& use_zoom() const { return _zoom; }
+    // The platform window's size: the content when the host can resize, else
+    // the window size, zoomed either way.
+    std::int32_t get_platform_width() const;
+    std::int32_t get_platform_height() const;
 
     // Not owned; the window becomes the roots' parent. Setting another root (or
     // none) lets go of the earlier one, which a tree that outlives its window
@@ -79,32 +95,36 @@ public:
 protected:
     WindowInterface() = default;
 
-    // Platform events; positions in window pixels, masks as in MouseClick.
+    // Platform events; positions in platform pixels, masks as in MouseClick.
     void on_mouse_move(std::int32_t x, std::int32_t y);
     void on_mouse_button(std::int32_t x, std::int32_t y, std::int32_t buttons, std::int32_t modifiers,
                          std::int32_t double_click);
     void on_mouse_wheel(std::int32_t x, std::int32_t y, float delta, std::int32_t modifiers);
     void on_capture_changed();
-    // The platform asks for the update rectangle to be drawn.
+    // The platform asks for the update rectangle (platform pixels) to be drawn.
     void on_paint(const Rect& update);
     void on_timer_tick();
     void on_destroyed();
 
     // The platform's buffer, drawn into tile by tile; not owned.
     void set_buffer(RenderingBufferInterface* buffer) { _buffer = buffer; }
+    // See CaptureState: for platforms whose cursor moves only once the queue
+    // of earlier events is through.
+    void set_deferred_warps(bool deferred) { _capture.set_deferred_warps(deferred); }
+    void on_warp_arrived() { _capture.on_warp_arrived(); }
 
     // The platform primitives.
     virtual bool is_open() const = 0;
     // The toolkit's clock in seconds.
     virtual double get_time() const = 0;
-    // Ask for region to be painted later, without erasing.
+    // Ask for region (platform pixels) to be painted later, without erasing.
     virtual void repaint(const Rect& region) = 0;
     // Whether the window holds the capture afterwards.
     virtual bool take_capture() = 0;
     // Whether the window no longer holds the capture afterwards.
     virtual bool release_capture() = 0;
     virtual void show_cursor(bool visible) = 0;
-    // Relative to the window's top-left corner.
+    // Relative to the window's top-left corner, in platform pixels.
     virtual CaptureState::Point get_cursor_pos() const = 0;
     virtual void set_cursor_pos(CaptureState::Point pos) = 0;
     // Back to whoever had the keyboard before a text field took it (which
@@ -134,6 +154,7 @@ private:
     MessageHandlerInterface* mouse_target() const;
     template <typename Make>
     void send_mouse(std::int32_t x, std::int32_t y, Make make);
+    CaptureState::Point to_content_motion(CaptureState::Point platform_motion);
     void replace_root(SPTreeNodeInterface*& slot, SPTreeNodeInterface* root);
     void send_to_roots(const MessageInterface& message, bool controls_first) const;
     void redraw(const Rect& dirty);
@@ -143,10 +164,15 @@ private:
     std::int32_t _window_width = 0;
     std::int32_t _window_height = 0;
     bool _resizable = false;
+    Zoom _zoom;
     RenderingBufferInterface* _buffer = nullptr;
     SPTreeNodeInterface* _background_root = nullptr;
     SPTreeNodeInterface* _control_root = nullptr;
     CaptureState _capture;
+    // An endless drag's motion in platform pixels since the capture, and how
+    // much of it went out in content pixels: a zoomed drag loses no fraction.
+    CaptureState::Point _motion_sum;
+    CaptureState::Point _motion_sent;
     bool _cursor_hidden = false;
     std::vector<ControlInterface*> _direct;
     TimerManager _timers;

@@ -10,11 +10,12 @@ build_preset() {
 }
 
 # A wine prefix is made once per build tree, before anything runs in it in parallel.
+# init_wine_prefix DIR [WRAPPER]: cmake/wine-run.sh unless another is named.
 init_wine_prefix() {
-  local dir=$1
+  local dir=$1 wrapper=${2:-$root/cmake/wine-run.sh}
   if [ ! -f "$dir/.wineprefix/system.reg" ]; then
     echo "== create wine prefix in $dir/.wineprefix"
-    (cd "$dir" && ZQ_WINEPREFIX="$dir/.wineprefix" "$root/cmake/wine-run.sh" wineboot --init >/dev/null 2>&1)
+    (cd "$dir" && ZQ_WINEPREFIX="$dir/.wineprefix" "$wrapper" wineboot --init >/dev/null 2>&1)
   fi
   # Let this prefix's wine server end, so the next wine program starts a fresh
   # one that sees the display the tests run on.

@@ -2,16 +2,14 @@
 
 #include "gadu/win32/PlatformWin32.h"
 
+#include <algorithm>
+
 namespace gadu
 {
 
-std::unique_ptr<RenderingBufferWin32> RenderingBufferWin32::create(HWND window, std::int32_t width,
+RenderingBufferWin32::Section RenderingBufferWin32::create_section(HWND window, std::int32_t width,
                                                                    std::int32_t height)
 {
-    if (width <= 0 || height <= 0)
-    {
-        return nullptr;
-    }
     void* bits = nullptr;
     const HDC dc = ::GetDC(window);
     const HBITMAP section = create_top_down_section_win32(dc, width, height, &bits);
@@ -19,23 +17,47 @@ std::unique_ptr<RenderingBufferWin32> RenderingBufferWin32::create(HWND window, 
     {
         ::ReleaseDC(window, dc);
     }
-    if (section == nullptr)
+    return Section{section, static_cast<std::uint8_t*>(bits)};
+}
+
+std::unique_ptr<RenderingBufferWin32> RenderingBufferWin32::create(HWND window, std::int32_t width,
+                                                                   std::int32_t height, const Zoom& zoom)
+{
+    if (width <= 0 || height <= 0)
     {
         return nullptr;
     }
-    return std::unique_ptr<RenderingBufferWin32>(
-        new RenderingBufferWin32(window, section, static_cast<std::uint8_t*>(bits), width, height));
+    const Section drawn = create_section(window, width, height);
+    if (drawn.handle == nullptr)
+    {
+        return nullptr;
+    }
+    Section zoomed;
+    if (zoom.get_factor() > 1)
+    {
+        zoomed = create_section(window, zoom.to_platform(width), zoom.to_platform(height));
+        if (zoomed.handle == nullptr)
+        {
+            ::DeleteObject(drawn.handle);
+            return nullptr;
+        }
+    }
+    return std::unique_ptr<RenderingBufferWin32>(new RenderingBufferWin32(window, drawn, zoomed, width, height, zoom));
 }
 
-RenderingBufferWin32::RenderingBufferWin32(HWND window, HBITMAP section, std::uint8_t* pixels, std::int32_t width,
-                                           std::int32_t height)
-    : RenderingBufferInterface(width, height), _window(window), _section(section), _pixels(pixels)
+RenderingBufferWin32::RenderingBufferWin32(HWND window, Section drawn, Section zoomed, std::int32_t width,
+                                           std::int32_t height, const Zoom& zoom)
+    : RenderingBufferInterface(width, height), _window(window), _drawn(drawn), _zoomed(zoomed), _zoom(zoom)
 {
 }
 
 RenderingBufferWin32::~RenderingBufferWin32()
 {
-    ::DeleteObject(_section);
+    ::DeleteObject(_drawn.handle);
+    if (_zoomed.handle != nullptr)
+    {
+        ::DeleteObject(_zoomed.handle);
+    }
 }
 
 void RenderingBufferWin32::blit(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height)
@@ -56,13 +78,24 @@ void RenderingBufferWin32::blit(std::int32_t x, std::int32_t y, std::int32_t wid
 void RenderingBufferWin32::blit_to(HDC dc, std::int32_t x, std::int32_t y, std::int32_t width,
                                    std::int32_t height) const
 {
+    HBITMAP source = _drawn.handle;
+    if (_zoomed.handle != nullptr)
+    {
+        width = std::min(width, _width);
+        height = std::min(height, _height);
+        // The drawing may still sit in the system's queue for the section.
+        ::GdiFlush();
+        _zoom.expand(_drawn.pixels, _width * 4, width, height, _zoomed.pixels, _zoom.to_platform(_width) * 4);
+        source = _zoomed.handle;
+    }
     const HDC memory = ::CreateCompatibleDC(dc);
     if (memory == nullptr)
     {
         return;
     }
-    const HGDIOBJ previous = ::SelectObject(memory, _section);
-    ::BitBlt(dc, x, y, width, height, memory, 0, 0, SRCCOPY);
+    const HGDIOBJ previous = ::SelectObject(memory, source);
+    ::BitBlt(dc, _zoom.to_platform(x), _zoom.to_platform(y), _zoom.to_platform(width), _zoom.to_platform(height),
+             memory, 0, 0, SRCCOPY);
     ::SelectObject(memory, previous);
     ::DeleteDC(memory);
 }

@@ -130,9 +130,8 @@ std::int32_t WindowWin32::open(void* parent)
     {
         return -1;
     }
-    const bool resizable = is_resizable();
-    const std::int32_t width = resizable ? get_content_width() : get_window_width();
-    const std::int32_t height = resizable ? get_content_height() : get_window_height();
+    const std::int32_t width = get_platform_width();
+    const std::int32_t height = get_platform_height();
     _parent = static_cast<HWND>(parent);
     const HWND handle = ::CreateWindowExA(0, get_class_name(), kTitle, WS_CHILD | WS_VISIBLE, 0, 0, width, height,
                                           _parent, nullptr, use_module_win32(), nullptr);
@@ -143,7 +142,7 @@ std::int32_t WindowWin32::open(void* parent)
         return -1;
     }
     // The buffer covers the content; a paint larger than that comes in tiles.
-    _buffer = RenderingBufferWin32::create(handle, get_content_width(), get_content_height());
+    _buffer = RenderingBufferWin32::create(handle, get_content_width(), get_content_height(), use_zoom());
     if (_buffer == nullptr && get_content_width() > 0 && get_content_height() > 0)
     {
         _error = get_last_error_text_win32("gadu::WindowWin32::open()");
@@ -181,11 +180,11 @@ void WindowWin32::resize()
     }
     if (is_resizable())
     {
-        ::MoveWindow(_handle, 0, 0, get_content_width(), get_content_height(), TRUE);
-        repaint(Rect{0, 0, get_content_width(), get_content_height()});
+        ::MoveWindow(_handle, 0, 0, get_platform_width(), get_platform_height(), TRUE);
+        repaint(Rect{0, 0, get_platform_width(), get_platform_height()});
         return;
     }
-    const RECT all = {0, 0, get_window_width(), get_window_height()};
+    const RECT all = {0, 0, get_platform_width(), get_platform_height()};
     ::InvalidateRect(_handle, &all, FALSE);
 }
 
@@ -339,8 +338,8 @@ void WindowWin32::fill_outside_content(HDC dc) const
 {
     RECT client = {};
     ::GetClientRect(_handle, &client);
-    const std::int32_t cw = get_content_width();
-    const std::int32_t ch = get_content_height();
+    const std::int32_t cw = use_zoom().to_platform(get_content_width());
+    const std::int32_t ch = use_zoom().to_platform(get_content_height());
     if (client.right <= cw && client.bottom <= ch)
     {
         return;

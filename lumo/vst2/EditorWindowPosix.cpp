@@ -1,14 +1,17 @@
-#include "gadu/OffscreenWindow.h"
+#include "gadu/x11/WindowX11.h"
 #include "lumo/vst2/Vst2WinEditor.h"
 
 namespace lumo
 {
 
-// No display here: the editor draws into memory, so that hosts and tests on
-// this platform drive the same editor paths as on Windows.
+// The host hands effEditOpen its X11 window; the editor opens a child there
+// on a connection of its own, and the host's idle call drives it.
 std::unique_ptr<gadu::WindowInterface> create_editor_window()
 {
-    return std::make_unique<gadu::OffscreenWindow>(100, 100);
+    auto window = std::make_unique<gadu::WindowX11>();
+    window->set_content_size(100, 100);
+    window->set_window_size(100, 100);
+    return window;
 }
 
 }  // namespace lumo

@@ -64,7 +64,8 @@ void HostGuiVst2Win::publish_bank(const BankManager& bank)
 int HostGuiVst2Win::resize_window(int width, int height)
 {
     if (std::fabs(get_setting_num(setting_key::can_resize_window)) >= 1e-9
-        && _adapter->call_host(vst2::HostOp::size_window, width, height) == 0)
+        && _adapter->call_host(vst2::HostOp::size_window, width * _adapter->get_editor_zoom(),
+                               height * _adapter->get_editor_zoom()) == 0)
     {
         return -1;
     }

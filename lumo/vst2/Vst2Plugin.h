@@ -95,6 +95,8 @@ public:
     virtual void stop_bkg_task() {}
     // The editor's own window follows a size change; it has none without an editor host.
     virtual void resize_editor_window(int /*width*/, int /*height*/) {}
+    // Screen pixels per editor pixel of the open editor (its window's zoom).
+    virtual int get_editor_zoom() const { return 1; }
 
     // AudioEffect.
     void set_parameter(int index, float value) override;

@@ -1,8 +1,11 @@
 #include "lumo/vst2/Vst2WinEditor.h"
 
 #include "gadu/WindowInterface.h"
+#include "lumo/DspInterface.h"
+#include "lumo/EditorZoom.h"
 #include "lumo/GuiInterface.h"
 #include "lumo/HostGuiInterface.h"
+#include "lumo/SettingKeys.h"
 
 #include <cstdint>
 
@@ -25,6 +28,10 @@ bool Vst2WinEditor::get_rect(vst2::ERect** rect)
     {
         return false;
     }
+    if (get_parent() == nullptr)
+    {
+        read_zoom();
+    }
     HostGuiInterface* host = _gui.use_host();
     int width = 0;
     int height = 0;
@@ -36,16 +43,34 @@ bool Vst2WinEditor::get_rect(vst2::ERect** rect)
     {
         _gui.get_size_resizable(width, height);
     }
+    const gadu::Zoom& zoom = _window->use_zoom();
     // The host's rectangle holds 16-bit numbers: the low bits are what it gets.
-    _rect = vst2::ERect{0, 0, static_cast<std::int16_t>(height), static_cast<std::int16_t>(width)};
+    _rect = vst2::ERect{0, 0, static_cast<std::int16_t>(zoom.to_platform(height)),
+                        static_cast<std::int16_t>(zoom.to_platform(width))};
     *rect = &_rect;
     return true;
 }
 
 bool Vst2WinEditor::open(void* parent)
 {
+    read_zoom();
     AEffEditor::open(parent);
-    return _gui.open(parent) == 0;
+    if (_gui.open(parent) == 0)
+    {
+        return true;
+    }
+    // Closed as it was: the next rectangle reads the zoom again.
+    AEffEditor::close();
+    return false;
+}
+
+void Vst2WinEditor::read_zoom()
+{
+    const DspInterface* dsp = _gui.use_dsp();
+    if (dsp != nullptr)
+    {
+        _window->set_zoom(gadu::Zoom(EditorZoom::read(dsp->get_setting_str(setting_key::plugin_name))));
+    }
 }
 
 void Vst2WinEditor::close()
@@ -56,6 +81,7 @@ void Vst2WinEditor::close()
 
 void Vst2WinEditor::idle()
 {
+    _window->idle();
     if (_update_pending.exchange(false, std::memory_order_acquire))
     {
         update();

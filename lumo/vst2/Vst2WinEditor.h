@@ -17,7 +17,10 @@ class GuiInterface;
 
 // The editor as a VST 2 host sees it: answers the host's editor requests by
 // driving the plug-in's editor and the toolkit window it draws into, and
-// carries tempo changes from the audio thread to the editor's thread.
+// carries tempo changes from the audio thread to the editor's thread. The
+// user's "Editor Zoom" enlarges the window (not the editor's own layout): it
+// is read while the editor is closed, when the host asks for the rectangle
+// and again when it opens the editor.
 class Vst2WinEditor : public AEffEditor
 {
 public:
@@ -36,6 +39,7 @@ public:
 
 private:
     void update();
+    void read_zoom();
 
     std::unique_ptr<gadu::WindowInterface> _window;
     GuiInterface& _gui;

@@ -84,6 +84,11 @@ void Vst2WinPlugin::resize_editor_window(int width, int height)
     }
 }
 
+int Vst2WinPlugin::get_editor_zoom() const
+{
+    return _editor_host != nullptr ? _editor_host->use_window().use_zoom().get_factor() : 1;
+}
+
 int Vst2WinPlugin::start_bkg_task()
 {
     BkgInterface* task = use_bkg_task();

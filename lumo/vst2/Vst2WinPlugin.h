@@ -39,6 +39,7 @@ public:
 
     int on_idle() override;
     void resize_editor_window(int width, int height) override;
+    int get_editor_zoom() const override;
     // Null when the plug-in has no editor.
     Vst2WinEditor* use_editor_host() const { return _editor_host; }
     int start_bkg_task() override;

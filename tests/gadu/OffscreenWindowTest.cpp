@@ -1,11 +1,7 @@
-#include "gadu/BackgroundItem.h"
-#include "gadu/CtrlGroupItem.h"
 #include "gadu/OffscreenWindow.h"
-#include "gadu/PicDataFactory.h"
 #include "gadu/ShowObject.h"
 
-#include "ApicImage.h"
-#include "ProbeControl.h"
+#include "WindowScene.h"
 
 #include <gtest/gtest.h>
 
@@ -16,67 +12,43 @@ namespace
 
 using gadu_test::Log;
 using gadu_test::ProbeControl;
+using gadu_test::WindowScene;
 
-constexpr std::uint32_t kDark = 0x102030u;
-constexpr std::uint32_t kLight = 0x405060u;
-constexpr std::uint32_t kColourA = 0xAA0000u;
-constexpr std::uint32_t kColourB = 0x00BB00u;
+constexpr std::uint32_t kColourA = WindowScene::kColourA;
+constexpr std::uint32_t kColourB = WindowScene::kColourB;
 
-// A 64 x 48 window: a background of 8 x 8 squares, control a at (4, 4)
-// (10 x 10) and control b at (30, 20) (16 x 16).
+// The small scene in a 64 x 48 window painted in tiles of 8 x 8: a at (4, 4)
+// (10 x 10) and b at (30, 20) (16 x 16).
 class OffscreenWindowTest : public ::testing::Test
 {
 protected:
-    OffscreenWindowTest()
-    {
-        std::vector<std::uint8_t> pixels;
-        for (int y = 0; y < 48; ++y)
-        {
-            for (int x = 0; x < 64; ++x)
-            {
-                pixels.push_back(static_cast<std::uint8_t>((x / 8 + y / 8) % 2));
-            }
-        }
-        bytes = gadu_test::make_apic(0, 8, 64, 48, {kDark, kLight}, pixels);
-        pic = PicDataFactory::use_instance().create_from_bytes(bytes.data(), bytes.size());
-    }
-
     void SetUp() override
     {
-        ASSERT_NE(pic, nullptr);
-        background.set_picture(Picture(pic.get()));
-        background.set_position(0, 0);
-        a.set_position(4, 4);
-        b.set_position(30, 20);
-        controls.add_control(a);
-        controls.add_control(b);
-        controls.set_position(0, 0);
+        ASSERT_NE(scene.pic, nullptr);
         window.set_tile_size(8, 8);
-        window.set_background_root(&background);
-        window.set_control_root(&controls);
+        scene.attach(window);
         open();
     }
 
     void open()
     {
         ASSERT_EQ(window.open(nullptr), 0);
-        background.handle_message(ShowObject(true));
+        // As an editor shows its trees at every open.
+        scene.background.handle_message(ShowObject(true));
         controls.handle_message(ShowObject(true));
         window.paint_all();
         log.clear();
     }
 
-    static std::uint32_t background_at(int x, int y) { return (x / 8 + y / 8) % 2 != 0 ? kLight : kDark; }
+    static std::uint32_t background_at(int x, int y) { return WindowScene::background_at(x, y); }
     std::uint32_t screen_at(int x, int y) const { return window.use_screen()->get_pixel(x, y) & 0xFFFFFFu; }
 
-    std::vector<std::uint8_t> bytes;
-    std::unique_ptr<PicDataInterface> pic;
-    Log log;
+    WindowScene scene{WindowScene::kSmall};
     OffscreenWindow window{64, 48};
-    BackgroundItem background;
-    CtrlGroupItem controls;
-    ProbeControl a{"a", log, Rect{0, 0, 10, 10}, kColourA};
-    ProbeControl b{"b", log, Rect{0, 0, 16, 16}, kColourB};
+    Log& log = scene.log;
+    CtrlGroupItem& controls = scene.controls;
+    ProbeControl& a = scene.a;
+    ProbeControl& b = scene.b;
 };
 
 // --- redraw ---
@@ -316,6 +288,62 @@ TEST_F(OffscreenWindowTest, ClosingHidesTheTreeAndAClosedWindowRefusesEverything
     // And it opens again.
     open();
     EXPECT_EQ(screen_at(5, 5), kColourA);
+}
+
+// --- zoom ---
+
+// The same scene at zoom 2: the platform sees a window twice the size.
+class ZoomedOffscreenWindowTest : public OffscreenWindowTest
+{
+protected:
+    void SetUp() override
+    {
+        window.set_zoom(Zoom(2));
+        OffscreenWindowTest::SetUp();
+    }
+};
+
+TEST_F(ZoomedOffscreenWindowTest, EveryContentPixelBecomesABlockAndRepaintsCoverTheirBlocks)
+{
+    ASSERT_EQ(window.use_screen()->get_width(), 128);
+    for (int y = 0; y < 96; ++y)
+    {
+        for (int x = 0; x < 128; ++x)
+        {
+            ASSERT_EQ(screen_at(x, y), scene.expected_at(x / 2, y / 2)) << x << "," << y;
+        }
+    }
+    a.request_redraw();
+    EXPECT_EQ(window.get_dirty(), (Rect{8, 8, 28, 28}));
+    window.paint();
+    EXPECT_EQ(log.front(), "a begin 4,4,14,14");
+}
+
+TEST_F(ZoomedOffscreenWindowTest, PositionsAreDividedAndAnEndlessDragLosesNoHalfPixel)
+{
+    a.capture_mode = capture_mode::plain;
+    window.press(9, 9, mouse_button::left);
+    // Left of the window is the content pixel left of it, not pixel 0.
+    window.move(-1, 95);
+    EXPECT_EQ(log.at(1), "a click 4,4 b1 d0");
+    EXPECT_EQ(log.back(), "a move -1,47");
+    window.release(-1, 95, mouse_button::left);
+
+    log.clear();
+    a.capture_mode = capture_mode::relative;
+    window.set_time(5.0);
+    window.press(9, 9, mouse_button::left);
+    // Three single platform pixels up are one and a half content pixels.
+    window.move(9, 8);
+    window.move(9, 7);
+    window.move(9, 6);
+    window.set_time(5.5);
+    // The warp takes the cursor back to the origin's platform pixel.
+    window.move(9, 5);
+    EXPECT_EQ(window.get_cursor().y, 9);
+    window.move(9, 8);
+    EXPECT_EQ(log, (Log{"a highlight", "a click 4,4 b1 d0", "a move 0,-1", "a move 0,0", "a move 0,-1",
+                        "a move 0,0", "a move 0,-1"}));
 }
 
 TEST_F(OffscreenWindowTest, ATreeLetGoOfByItsWindowRefusesUpMessages)

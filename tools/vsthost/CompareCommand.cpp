@@ -17,7 +17,7 @@ namespace
 {
 
 const char* const usage =
-    "usage: vsthost compare A.png B.png [--tolerance N]\n"
+    "usage: vsthost compare A.png B.png [--tolerance N] [--zoom N]\n"
     "       vsthost compare A.wav B.wav [--tempo BPM] [--rms-db DB] [--band-db DB]";
 
 bool is_wav(const std::string& path)
@@ -72,11 +72,27 @@ int compare_sound(const CommandLine& args, std::ostream& out)
     return comparison.is_same() ? 0 : 1;
 }
 
+// The picture with every pixel as a factor x factor block, as an editor
+// zoomed by that factor draws it.
+Image enlarge(const Image& image, int factor)
+{
+    Image large(image.width * factor, image.height * factor);
+    for (int y = 0; y < large.height; ++y)
+    {
+        for (int x = 0; x < large.width; ++x)
+        {
+            const std::uint8_t* from = image.use_pixel(x / factor, y / factor);
+            std::copy(from, from + 4, &large.rgba[(static_cast<std::size_t>(y) * large.width + x) * 4]);
+        }
+    }
+    return large;
+}
+
 }  // namespace
 
 int CompareCommand::run(const std::vector<std::string>& words, std::ostream& out)
 {
-    const CommandLine args(words, {"--tolerance", "--tempo", "--rms-db", "--band-db"}, {});
+    const CommandLine args(words, {"--tolerance", "--zoom", "--tempo", "--rms-db", "--band-db"}, {});
     const auto& pos = args.get_positionals();
     if (pos.size() != 2)
     {
@@ -87,7 +103,8 @@ int CompareCommand::run(const std::vector<std::string>& words, std::ostream& out
         return compare_sound(args, out);
     }
     const int tolerance = static_cast<int>(args.get_number("--tolerance", 0, 0, 255));
-    const ImageDiff diff(PngFile::read(pos[0]), PngFile::read(pos[1]), tolerance);
+    const int zoom = static_cast<int>(args.get_number("--zoom", 1, 1, 8));
+    const ImageDiff diff(enlarge(PngFile::read(pos[0]), zoom), PngFile::read(pos[1]), tolerance);
     diff.print(out);
     return 0;
 }

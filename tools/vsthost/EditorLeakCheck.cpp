@@ -60,10 +60,14 @@ void EditorLeakCheck::Result::print(std::ostream& out) const
     {
         out << "this system keeps no object counts: live handles were probed instead\n";
     }
-    print_count(out, "GDI objects", before.gdi, after.gdi);
-    print_count(out, "USER objects", before.user, after.user);
+    print_count(out, before.gdi_name, before.gdi, after.gdi);
+    print_count(out, before.user_name, before.user, after.user);
     out << "editor window class ";
-    if (window_class.name.empty())
+    if (window_class.name.empty() && !WindowProbe::has_window_classes())
+    {
+        out << "none: this window system has no classes\n";
+    }
+    else if (window_class.name.empty())
     {
         out << "unknown: the editor made no child window\n";
     }
@@ -86,8 +90,8 @@ void EditorLeakCheck::Result::print(std::ostream& out) const
 std::string EditorLeakCheck::Result::get_summary() const
 {
     std::ostringstream out;
-    out << rounds << " rounds of " << editors << " editors: GDI " << before.gdi << " -> " << after.gdi << ", USER "
-        << before.user << " -> " << after.user << (class_left ? ", window class left registered" : "");
+    out << rounds << " rounds of " << editors << " editors: " << before.gdi_tag << " " << before.gdi << " -> "
+        << after.gdi << ", " << before.user_tag << " " << before.user << " -> " << after.user << (class_left ? ", window class left registered" : "");
     return out.str();
 }
 

@@ -21,6 +21,12 @@ public:
     void set_size(int width, int height);
     // Delivers pending window messages.
     void pump();
+    // Makes the whole window and its children dirty; the editor hears of it
+    // at once (the request has reached the window system).
+    void invalidate_all();
+    // Paints what is dirty now where the window system lets the host make it
+    // (Windows); elsewhere the editor paints in its idle call.
+    void paint_now();
     // True once the user asked to close the window. The window stays until
     // destruction, so the host can close the editor inside it first.
     bool is_close_requested() const { return _close_requested; }

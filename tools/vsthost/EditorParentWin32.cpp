@@ -69,6 +69,16 @@ void EditorParent::set_size(int width, int height)
                  SWP_NOMOVE | SWP_NOZORDER);
 }
 
+void EditorParent::invalidate_all()
+{
+    RedrawWindow(static_cast<HWND>(_window), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+}
+
+void EditorParent::paint_now()
+{
+    RedrawWindow(static_cast<HWND>(_window), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
 void EditorParent::pump()
 {
     MSG msg;

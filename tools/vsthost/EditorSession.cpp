@@ -17,7 +17,7 @@ namespace
 // Messages are delivered every few milliseconds, so the editor's own timers
 // run close to their rate; the idle call comes at the pace hosts commonly use.
 constexpr auto pump_pause = std::chrono::milliseconds(5);
-constexpr auto idle_period = std::chrono::milliseconds(20);
+constexpr auto idle_period = std::chrono::milliseconds(1000 / EditorSession::idle_calls_per_second);
 
 // An editor's size as the interface can carry it (16-bit rectangle fields).
 bool is_usable_size(int width, int height)
@@ -78,9 +78,7 @@ void EditorSession::open()
         throw std::runtime_error("the editor did not open");
     }
     _editor_open = true;
-    _opened_at = std::chrono::steady_clock::now();
-    _thread_cpu_at_open = CpuClock::get_thread_seconds();
-    _process_cpu_at_open = CpuClock::get_process_seconds();
+    restart_load();
     apply_plugin_rect();
     _parent->pump();
 }
@@ -142,6 +140,45 @@ void EditorSession::play(const std::vector<MouseScript::Step>& steps, int step_m
 Image EditorSession::capture()
 {
     return _parent ? WindowProbe::capture(_parent->use_handle()) : Image();
+}
+
+void EditorSession::restart_load()
+{
+    _opened_at = std::chrono::steady_clock::now();
+    _thread_cpu_at_open = CpuClock::get_thread_seconds();
+    _process_cpu_at_open = CpuClock::get_process_seconds();
+}
+
+double EditorSession::measure_host_loop(int ms)
+{
+    close();
+    if (!_parent)
+    {
+        return 0.0;
+    }
+    using clock = std::chrono::steady_clock;
+    const auto start = clock::now();
+    const double cpu = CpuClock::get_thread_seconds();
+    while (clock::now() < start + std::chrono::milliseconds(ms))
+    {
+        _parent->pump();
+        std::this_thread::sleep_for(pump_pause);
+    }
+    const double wall = std::chrono::duration<double>(clock::now() - start).count();
+    return 100.0 * (CpuClock::get_thread_seconds() - cpu) / wall;
+}
+
+double EditorSession::time_full_repaint()
+{
+    if (!_editor_open)
+    {
+        return 0.0;
+    }
+    _parent->invalidate_all();
+    const auto start = std::chrono::steady_clock::now();
+    _parent->paint_now();
+    _plugin.dispatch(lumo::vst2::PluginOp::edit_idle);
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
 void EditorSession::print_load(std::ostream& out) const

@@ -55,6 +55,19 @@ public:
     // process (with audio), each as a share of one core:
     // "editor thread CPU: 0.012 s in 10.0 s (0.12 % of one core)".
     void print_load(std::ostream& out) const;
+    // Counts the load from now on.
+    void restart_load();
+    // The host's own message loop at the session's pace for ms milliseconds
+    // with the editor closed (its window stays): the share of one core that
+    // an open editor's idle cost is measured against.
+    double measure_host_loop(int ms);
+    // Makes the editor's whole window dirty and answers the seconds the
+    // editor takes to paint it: the window system's paint (Windows) and the
+    // host's next idle call (X11, where the editor paints in idle).
+    double time_full_repaint();
+
+    // The pace of the host's idle calls while the session runs.
+    static constexpr int idle_calls_per_second = 50;
 
     bool size_window(int width, int height) override;
     void on_edit_request(lumo::vst2::HostOp op, int index, float value) override;

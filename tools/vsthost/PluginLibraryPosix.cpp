@@ -28,12 +28,17 @@ PluginLibrary::PluginLibrary(const std::string& path) : _path(path), _directory(
         }
     }
     dlclose(_handle);
-    throw std::runtime_error(path + " exports no VST 2 entry point (VSTPluginMain or main)");
+    throw NotAPluginError(path + " exports no VST 2 entry point (VSTPluginMain or main)");
 }
 
 PluginLibrary::~PluginLibrary()
 {
     dlclose(_handle);
+}
+
+const char* PluginLibrary::get_file_extension()
+{
+    return ".so";
 }
 
 }  // namespace vsthost

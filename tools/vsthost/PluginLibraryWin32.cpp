@@ -18,7 +18,10 @@ std::string describe_last_error()
     char text[512] = {};
     FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code, 0, text,
                    sizeof text, nullptr);
-    return "error " + std::to_string(code) + (text[0] != 0 ? std::string(": ") + text : std::string());
+    // The system's text ends in a line break, which would split the reason off its line.
+    std::string reason = text;
+    reason.erase(reason.find_last_not_of(" \r\n") + 1);
+    return "error " + std::to_string(code) + (reason.empty() ? std::string() : ": " + reason);
 }
 
 }  // namespace
@@ -40,12 +43,17 @@ PluginLibrary::PluginLibrary(const std::string& path) : _path(path), _directory(
         }
     }
     FreeLibrary(module);
-    throw std::runtime_error(path + " exports no VST 2 entry point (VSTPluginMain or main)");
+    throw NotAPluginError(path + " exports no VST 2 entry point (VSTPluginMain or main)");
 }
 
 PluginLibrary::~PluginLibrary()
 {
     FreeLibrary(static_cast<HMODULE>(_handle));
+}
+
+const char* PluginLibrary::get_file_extension()
+{
+    return ".dll";
 }
 
 }  // namespace vsthost

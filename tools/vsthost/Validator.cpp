@@ -9,6 +9,7 @@
 #include "PluginLibrary.h"
 #include "PluginText.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <memory>
@@ -76,64 +77,221 @@ bool parse_display_number(const std::string& text, double& out)
 
 }  // namespace
 
-Validator::Validator(const ValidationOptions& options, std::ostream& out)
-    : _options(options), _report(out), _rng(options.seed)
+const std::vector<Validator::Group>& Validator::get_groups()
+{
+    static const std::vector<Group> groups = {
+        {"lifecycle", 1, &Validator::run_lifecycle},
+        {"programs", 1, &Validator::run_programs},
+        {"state", 1, &Validator::run_state},
+        {"parameters", 1, &Validator::run_parameters},
+        {"audio", 1, &Validator::run_audio},
+        {"midi", 1, &Validator::run_midi},
+        {"automation", 2, &Validator::run_automation},
+        {"threads", 2, &Validator::run_threads},
+        {"allocations", 2, &Validator::run_allocations},
+        {"editor", 2, &Validator::run_editor},
+        // Last: blocks beyond the announced size break the interface's
+        // contract, and a plug-in that trusts it may corrupt its memory here.
+        {"oversized", 2, &Validator::run_oversized},
+    };
+    return groups;
+}
+
+const Validator::Group* Validator::find_group(const std::string& name)
+{
+    const auto& all = get_groups();
+    const auto found = std::find_if(all.begin(), all.end(), [&](const Group& g) { return name == g.name; });
+    return found != all.end() ? &*found : nullptr;
+}
+
+std::vector<std::string> Validator::select_groups(const ValidationOptions& options)
+{
+    for (const std::string& name : options.groups)
+    {
+        if (find_group(name) == nullptr)
+        {
+            std::string known;
+            for (const Group& g : get_groups())
+            {
+                known += std::string(known.empty() ? "" : ", ") + g.name;
+            }
+            throw std::invalid_argument("no check group \"" + name + "\" (groups: " + known + ")");
+        }
+    }
+    std::vector<std::string> chosen;
+    for (const Group& g : get_groups())
+    {
+        const bool named = std::find(options.groups.begin(), options.groups.end(), g.name) != options.groups.end();
+        // A group named on the command line runs whatever the level, which
+        // still sets how much work it does.
+        if (options.groups.empty() ? g.level <= options.level : named)
+        {
+            chosen.emplace_back(g.name);
+        }
+    }
+    return chosen;
+}
+
+Validator::Validator(const ValidationOptions& options, ValidationReport& report)
+    : _options(options), _report(report), _rng(options.seed)
 {
 }
 
-int Validator::run()
+bool Validator::run_group(const std::string& name)
 {
-    std::unique_ptr<PluginLibrary> library;
+    const Group* group = find_group(name);
+    if (group == nullptr)
+    {
+        throw std::invalid_argument("no check group \"" + name + "\"");
+    }
+    _report.begin_group(name);
+    _opened = false;
     try
     {
-        library = std::make_unique<PluginLibrary>(_options.path);
+        _report.step("loading the plug-in");
+        PluginLibrary library(_options.path);
         for (int r = 0; r < _options.repeats; ++r)
         {
+            // Each group draws the same values whichever groups ran before it.
             _rng.seed(_options.seed + static_cast<unsigned>(r));
-            run_once(*library);
+            (this->*group->run)(library);
+        }
+        _report.step("unloading the plug-in");
+    }
+    catch (const NotAPluginError& e)
+    {
+        if (_options.skip_non_plugins)
+        {
+            _report.skip("load", e.what());
+        }
+        else
+        {
+            _report.fail("load", e.what());
         }
     }
     catch (const std::exception& e)
     {
-        _report.fail("load", e.what());
+        // A plug-in that loaded and then threw stops only this group.
+        _report.fail(_opened ? name + " group" : "load", (_opened ? "stopped: " : "") + std::string(e.what()));
     }
-    _report.print_summary();
-    return _report.get_failed();
+    return _opened;
 }
 
-void Validator::run_once(PluginLibrary& library)
+template <typename Checks>
+void Validator::with_instance(PluginLibrary& library, const Checks& checks)
 {
-    check_lifecycle(library);
+    _report.step("opening the plug-in");
     HostedPlugin plugin(library);
-    check_programs(plugin);
-    check_state(plugin);
-    check_parameters(plugin);
-    AudioValidator audio(plugin, _options, _report, _rng);
-    audio.check_rates_and_blocks();
-    MidiValidator midi(plugin, audio, _options, _report, _rng);
-    midi.check_input();
-    if (_options.level >= 2)
+    note_opened();
+    checks(plugin);
+    _report.step("closing the plug-in");
+}
+
+void Validator::note_opened()
+{
+    if (!_opened)
     {
-        audio.check_changes_while_resumed();
-        audio.check_automation();
-        audio.check_threads();
-        audio.check_allocations();
+        _opened = true;
+        _report.opened();
+    }
+}
+
+void Validator::run_lifecycle(PluginLibrary& library)
+{
+    _report.step("opening and closing instances");
+    check_lifecycle(library);
+}
+
+void Validator::run_check(PluginLibrary& library, const char* step, void (Validator::*check)(HostedPlugin&))
+{
+    with_instance(library, [&](HostedPlugin& plugin) {
+        _report.step(step);
+        (this->*check)(plugin);
+    });
+}
+
+void Validator::run_programs(PluginLibrary& library)
+{
+    run_check(library, "programs", &Validator::check_programs);
+}
+
+void Validator::run_state(PluginLibrary& library)
+{
+    run_check(library, "state", &Validator::check_state);
+}
+
+void Validator::run_parameters(PluginLibrary& library)
+{
+    run_check(library, "parameters", &Validator::check_parameters);
+}
+
+void Validator::run_audio(PluginLibrary& library)
+{
+    with_instance(library, [&](HostedPlugin& plugin) {
+        AudioValidator audio(plugin, _options, _report, _rng);
+        _report.step("audio at every rate and block size");
+        audio.check_rates_and_blocks();
+        if (_options.level >= 2)
+        {
+            _report.step("rate and block changes while resumed");
+            audio.check_changes_while_resumed();
+        }
+    });
+}
+
+void Validator::run_midi(PluginLibrary& library)
+{
+    with_instance(library, [&](HostedPlugin& plugin) {
+        AudioValidator audio(plugin, _options, _report, _rng);
+        MidiValidator midi(plugin, audio, _options, _report, _rng);
+        _report.step("MIDI input");
+        midi.check_input();
+        // Whatever the plug-in sent meanwhile.
+        midi.check_output();
+    });
+}
+
+void Validator::run_audio_check(PluginLibrary& library, const char* step, void (AudioValidator::*check)())
+{
+    with_instance(library, [&](HostedPlugin& plugin) {
+        _report.step(step);
+        (AudioValidator(plugin, _options, _report, _rng).*check)();
+    });
+}
+
+void Validator::run_automation(PluginLibrary& library)
+{
+    run_audio_check(library, "automation", &AudioValidator::check_automation);
+}
+
+void Validator::run_threads(PluginLibrary& library)
+{
+    run_audio_check(library, "parameters and chunks from other threads", &AudioValidator::check_threads);
+}
+
+void Validator::run_allocations(PluginLibrary& library)
+{
+    run_audio_check(library, "allocations while processing", &AudioValidator::check_allocations);
+}
+
+void Validator::run_editor(PluginLibrary& library)
+{
+    with_instance(library, [&](HostedPlugin& plugin) {
+        AudioValidator audio(plugin, _options, _report, _rng);
         EditorValidator editor(plugin, audio, _report);
+        _report.step("editor open and close");
         editor.check_editor();
         if (_options.level >= 3)
         {
+            _report.step("editor leaks");
             editor.check_editor_leaks(library, _options.scaled(2));
         }
-    }
-    // Whatever the plug-in sent during all of the above.
-    midi.check_output();
-    if (_options.level < 2)
-    {
-        return;
-    }
-    // Last: blocks beyond the announced size break the interface's contract,
-    // and a plug-in that trusts it may corrupt its memory here.
-    audio.check_oversized_blocks();
+    });
+}
+
+void Validator::run_oversized(PluginLibrary& library)
+{
+    run_audio_check(library, "blocks larger than announced", &AudioValidator::check_oversized_blocks);
 }
 
 void Validator::check_lifecycle(PluginLibrary& warm)
@@ -148,6 +306,7 @@ void Validator::check_lifecycle(PluginLibrary& warm)
             std::string seen;
             {
                 HostedPlugin plugin(cold ? *fresh : warm);
+                note_opened();
                 seen = Identity(plugin).describe();
                 plugin.set_sample_rate(_options.rates.front());
                 plugin.resume();

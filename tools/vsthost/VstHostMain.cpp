@@ -2,6 +2,8 @@
 // validating plug-ins.
 #include "BenchCommand.h"
 #include "CompareCommand.h"
+#include "DemoCommand.h"
+#include "EditorBenchCommand.h"
 #include "EditorCommand.h"
 #include "EditorStressCommand.h"
 #include "InfoCommand.h"
@@ -31,8 +33,11 @@ const char* const usage =
     "                                   writing the MIDI it sends and its parameters at every block\n"
     "  preset save PLUGIN FILE.fxp|FILE.fxb [--program N]\n"
     "  preset load PLUGIN FILE [--ignore-id]\n"
-    "  validate PLUGIN [--level 1|2|3] [--rates R,R...] [--blocks B,B...] [--seed N] [--repeats N]\n"
-    "                                   run the validation suite; non-zero exit on any failure\n"
+    "  validate PLUGIN|FOLDER... [--level 1|2|3] [--rates R,R...] [--blocks B,B...] [--seed N]\n"
+    "         [--repeats N] [--group NAME,NAME...] [--timeout SECONDS] [--jobs N] [--in-process]\n"
+    "         [--json FILE]\n"
+    "                                   run the validation suite, each check group in a process of\n"
+    "                                   its own; non-zero exit on any failure\n"
     "  bench PLUGIN [IN.wav] [--set NAME=TEXT] [--block FRAMES] [--rate HZ] [--seconds S] [--repeats N]\n"
     "                                   real-time factor (min, median, max over the passes) and the\n"
     "                                   99th percentile of the time per block\n"
@@ -44,12 +49,19 @@ const char* const usage =
     "                                   parameter changes and a mouse script\n"
     "  editor-stress PLUGIN [--cycles N] [--instances K] [--idle-ms N]\n"
     "                                   open and close editors repeatedly; non-zero exit on leaks\n"
-    "  compare A.png B.png [--tolerance N]  count changed pixels and box the changed areas\n"
+    "  editor-bench PLUGIN [--seconds S] [--frames N]\n"
+    "                                   the open editor's idle cost and the time of a whole frame\n"
+    "  compare A.png B.png [--tolerance N] [--zoom N]\n"
+    "                                   count changed pixels and box the changed areas (A enlarged\n"
+    "                                   N times first, as an editor zoomed by N draws it)\n"
     "  compare A.wav B.wav [--tempo BPM] [--rms-db DB] [--band-db DB]\n"
     "                                   whether two renders sound the same (RMS, third-octave\n"
     "                                   bands, onsets on the 16th-note grid, clean samples);\n"
     "                                   exits with 1 when they do not\n"
-    "Windows builds only open editors; SCRIPT steps, separated by ';': down X Y, up X Y,\n"
+    "  demo -o OUT.wav [--rate HZ] [--tempo BPM] [--length SECONDS]\n"
+    "                                   write the built-in demo song, the dry signal of render\n"
+    "Editors open in a window of the system's: Win32, or X11 on the display DISPLAY names.\n"
+    "SCRIPT steps, separated by ';': down X Y, up X Y,\n"
     "rdown X Y, rup X Y, click X Y, dblclick X Y, move X Y [STEPS], wheel X Y DELTA, wait MS\n";
 
 using Command = int (*)(const std::vector<std::string>& words, std::ostream& out);
@@ -63,7 +75,9 @@ const std::pair<const char*, Command> commands[] = {
     {"editor", &vsthost::EditorCommand::run},
     {"screenshot", &vsthost::ScreenshotCommand::run},
     {"editor-stress", &vsthost::EditorStressCommand::run},
+    {"editor-bench", &vsthost::EditorBenchCommand::run},
     {"compare", &vsthost::CompareCommand::run},
+    {"demo", &vsthost::DemoCommand::run},
 };
 
 }  // namespace

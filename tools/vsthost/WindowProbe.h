@@ -19,6 +19,11 @@ public:
         long user = -1;
         // Counted by looking at every handle, where the system keeps no count.
         bool probed = false;
+        // What the two counts are of on this system, in full and for a summary.
+        const char* gdi_name = "GDI objects";
+        const char* user_name = "USER objects";
+        const char* gdi_tag = "GDI";
+        const char* user_tag = "USER";
     };
 
     // A window class and the module that registered it.
@@ -35,6 +40,8 @@ public:
     // The class of the window's first child; an empty name when it has none.
     static WindowClass get_child_class(void* window);
     static bool is_registered(const WindowClass& window_class);
+    // Whether editors register window classes here at all.
+    static bool has_window_classes();
 };
 
 }  // namespace vsthost

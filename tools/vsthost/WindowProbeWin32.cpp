@@ -133,6 +133,11 @@ WindowProbe::WindowClass WindowProbe::get_child_class(void* window)
     return result;
 }
 
+bool WindowProbe::has_window_classes()
+{
+    return true;
+}
+
 bool WindowProbe::is_registered(const WindowClass& window_class)
 {
     WNDCLASSEXA info{};

@@ -9,6 +9,7 @@
 #include "gadu/win32/WindowWin32.h"
 
 #include "tests/gadu/ProbeControl.h"
+#include "tests/gadu/WindowScene.h"
 #include "tests/gadu/win32/HostWindowWin32.h"
 
 #include <gtest/gtest.h>
@@ -25,16 +26,6 @@ namespace
 {
 
 using gadu_test::Log;
-
-class RecordingAction : public MenuActionInterface
-{
-public:
-    explicit RecordingAction(Log& log) : _log(log) {}
-    void on_chosen(MenuItem& item) override { _log.push_back("chose " + item.get_label()); }
-
-private:
-    Log& _log;
-};
 
 // Opens its menu on a right click, as a knob offers its MIDI choices.
 class MenuControl : public gadu_test::ProbeControl
@@ -106,7 +97,7 @@ protected:
 
     static inline HWND parent = nullptr;
     Log log;
-    RecordingAction action{log};
+    gadu_test::RecordingAction action{log};
     Menu menu;
     MenuItem* one = nullptr;
     MenuItem* two = nullptr;

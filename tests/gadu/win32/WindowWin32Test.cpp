@@ -1,4 +1,3 @@
-#include "gadu/BackgroundItem.h"
 #include "gadu/CtrlGroupItem.h"
 #include "gadu/Menu.h"
 #include "gadu/MenuDelimiter.h"
@@ -6,7 +5,6 @@
 #include "gadu/MenuActionInterface.h"
 #include "gadu/MenuRequest.h"
 #include "gadu/OffscreenWindow.h"
-#include "gadu/PicDataFactory.h"
 #include "gadu/ShowObject.h"
 #include "gadu/TextInputRequest.h"
 #include "gadu/win32/WindowWin32.h"
@@ -14,8 +12,8 @@
 #include "sys/ClockPin.h"
 #include "sys/FpuModeGuard.h"
 
-#include "tests/gadu/ApicImage.h"
 #include "tests/gadu/ProbeControl.h"
+#include "tests/gadu/WindowScene.h"
 #include "tests/gadu/win32/HostWindowWin32.h"
 #include "tests/gadu/win32/WindowCaptureWin32.h"
 
@@ -42,10 +40,10 @@ using gadu_test::capture;
 using gadu_test::pump;
 using gadu_test::save_for_viewing;
 
-constexpr std::int32_t kWidth = 96;
-constexpr std::int32_t kHeight = 64;
-constexpr std::uint32_t kColourA = 0xC02040u;
-constexpr std::uint32_t kColourB = 0x20C040u;
+constexpr std::int32_t kWidth = gadu_test::WindowScene::kLarge.width;
+constexpr std::int32_t kHeight = gadu_test::WindowScene::kLarge.height;
+constexpr std::uint32_t kColourA = gadu_test::WindowScene::kColourA;
+constexpr std::uint32_t kColourB = gadu_test::WindowScene::kColourB;
 
 POINT cursor()
 {
@@ -62,48 +60,8 @@ int cursor_count()
     return count;
 }
 
-// A background of 8 x 8 squares and two probes: a at (10, 10), b at (50, 30).
-struct Scene
-{
-    Scene()
-    {
-        std::vector<std::uint8_t> pixels;
-        for (int y = 0; y < kHeight; ++y)
-        {
-            for (int x = 0; x < kWidth; ++x)
-            {
-                pixels.push_back(static_cast<std::uint8_t>((x / 8 + y / 8) % 2));
-            }
-        }
-        bytes = gadu_test::make_apic(0, 8, kWidth, kHeight, {0x102030u, 0x405060u}, pixels);
-        pic = PicDataFactory::use_instance().create_from_bytes(bytes.data(), bytes.size());
-        background.set_picture(Picture(pic.get()));
-        background.set_position(0, 0);
-        a.set_position(10, 10);
-        b.set_position(50, 30);
-        controls.add_control(a);
-        controls.add_control(b);
-        controls.set_position(0, 0);
-    }
-
-    void attach(WindowInterface& window)
-    {
-        window.set_content_size(kWidth, kHeight);
-        window.set_window_size(kWidth, kHeight);
-        window.set_background_root(&background);
-        window.set_control_root(&controls);
-        background.handle_message(ShowObject(true));
-        controls.handle_message(ShowObject(true));
-    }
-
-    std::vector<std::uint8_t> bytes;
-    std::unique_ptr<PicDataInterface> pic;
-    BackgroundItem background;
-    Log log;
-    CtrlGroupItem controls;
-    ProbeControl a{"a", log, Rect{0, 0, 20, 20}, kColourA};
-    ProbeControl b{"b", log, Rect{0, 0, 16, 16}, kColourB};
-};
+// The large scene: a background of 8 x 8 squares, a at (10, 10), b at (50, 30).
+using Scene = gadu_test::WindowScene;
 
 class WindowWin32Test : public ::testing::Test
 {
@@ -294,6 +252,29 @@ TEST_F(WindowWin32Test, PaintShowsWhatTheOffscreenWindowDraws)
     EXPECT_EQ(differing, 0);
     EXPECT_EQ(shown[static_cast<std::size_t>(15 * kWidth + 15)], kColourA);
     EXPECT_EQ(shown[static_cast<std::size_t>(35 * kWidth + 55)], kColourB);
+}
+
+TEST_F(WindowWin32Test, AtZoomTwoEveryPixelIsABlockAndPositionsAreHalved)
+{
+    window.close();
+    window.set_zoom(Zoom(2));
+    ASSERT_EQ(window.open(parent), 0);
+    hwnd = window.use_handle();
+    ::UpdateWindow(hwnd);
+    const std::vector<std::uint32_t> shown = capture(hwnd, 2 * kWidth, 2 * kHeight);
+    save_for_viewing("zoomed-window", shown, 2 * kWidth, 2 * kHeight);
+    std::int32_t differing = 0;
+    for (std::int32_t y = 0; y < 2 * kHeight; ++y)
+    {
+        for (std::int32_t x = 0; x < 2 * kWidth; ++x)
+        {
+            differing += shown[static_cast<std::size_t>(y * 2 * kWidth + x)] != scene.expected_at(x / 2, y / 2);
+        }
+    }
+    EXPECT_EQ(differing, 0);
+    scene.log.clear();
+    ::SendMessageA(hwnd, WM_LBUTTONDOWN, MK_LBUTTON, at(31, 25));
+    EXPECT_EQ(scene.log.back(), "a click 15,12 b1 d0");
 }
 
 TEST_F(WindowWin32Test, InvalidateRepaintsOnlyTheClippedRegion)

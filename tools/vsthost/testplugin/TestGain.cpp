@@ -133,18 +133,22 @@ std::intptr_t TestGain::dispatch(PluginOp op, std::int32_t index, std::intptr_t 
     case PluginOp::get_program:
         return _current.load();
     case PluginOp::set_program_name:
+        _crash.at(TestGainCrash::Place::name);
         copy_text(use_current().name.data(), static_cast<const char*>(ptr), name_size);
         return 0;
     case PluginOp::set_sample_rate:
+        _crash.at(opt > 100000.0f ? TestGainCrash::Place::rate : TestGainCrash::Place::none);
         _sample_rate = opt;
         return 0;
     case PluginOp::get_chunk:
+        _crash.at(TestGainCrash::Place::chunk);
         return get_chunk(index != 0, static_cast<void**>(ptr));
     case PluginOp::set_chunk:
         return set_chunk(index != 0, static_cast<const std::uint8_t*>(ptr), value);
     case PluginOp::can_be_automated:
         return index >= 0 && index < param_count ? 1 : 0;
     case PluginOp::string_to_parameter:
+        _crash.at(TestGainCrash::Place::text);
         return parse_text(index, static_cast<const char*>(ptr)) ? 1 : 0;
     case PluginOp::get_program_name_indexed:
         if (index < 0 || index >= program_count)
@@ -165,6 +169,7 @@ std::intptr_t TestGain::dispatch(PluginOp op, std::int32_t index, std::intptr_t 
     case PluginOp::can_do:
         return answer_can_do(static_cast<const char*>(ptr));
     case PluginOp::process_events:
+        _crash.at(TestGainCrash::Place::midi);
         _midi.receive(static_cast<const lumo::vst2::Events*>(ptr));
         return 1;
     case PluginOp::mains_changed:
@@ -237,6 +242,7 @@ std::intptr_t TestGain::dispatch_editor(PluginOp op, void* ptr)
         }
         return 1;
     case PluginOp::edit_open:
+        _crash.at(TestGainCrash::Place::editor);
         return _editor.open(ptr) ? 1 : 0;
     case PluginOp::edit_idle:
         _editor.idle();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TestGainCrash.h"
 #include "TestGainEditor.h"
 #include "TestGainMidi.h"
 #include "lumo/vst2/Vst2Abi.h"
@@ -15,8 +16,9 @@ namespace testgain
 // A small stereo gain written against our own VST 2 header, for testing the
 // host tool without the product: two parameters ("Gain" in dB and a "Phase"
 // switch), three programs, program and bank chunks, and an editor on Windows.
-// It also takes and sends MIDI (TestGainMidi). Parameter values are atomics
-// because hosts set them from any thread while audio runs.
+// It also takes and sends MIDI (TestGainMidi), and crashes on demand
+// (TestGainCrash). Parameter values are atomics because hosts set them from
+// any thread while audio runs.
 class TestGain
 {
 public:
@@ -86,6 +88,7 @@ private:
     std::vector<std::uint8_t> _chunk;
     TestGainEditor _editor{*this};
     TestGainMidi _midi;
+    TestGainCrash _crash;
     lumo::vst2::ERect _rect{0, 0, TestGainEditor::height, TestGainEditor::width};
     double _sample_rate = 44100.0;
 };

@@ -98,6 +98,46 @@ vsthost_e2e(validate_broken_midi "${broken_midi_faults}"
 vsthost_e2e(validate_params_strict "\n[1-9][0-9]* passed, 0 failed" ARGS validate ${params} --level 3 --seed 7
   --rates 44100,96000 --blocks 16,512)
 
+# Isolation: the test plug-in crashes on demand in one check group
+# (TESTGAIN_CRASH=KIND@PLACE); the run names that group and how its process
+# ended, the later groups still run and pass, and it ends with its summary
+# and exit code 1. Under AddressSanitizer its reports end in an abort, and
+# faults reach the kernel.
+# vsthost_crash_e2e(NAME KIND@PLACE REGEX args...)
+function(vsthost_crash_e2e name crash regex)
+  add_test(NAME vsthost_${name}
+    COMMAND sh ${CMAKE_CURRENT_SOURCE_DIR}/tests/exit-code.sh ${CMAKE_CROSSCOMPILING_EMULATOR}
+      $<TARGET_FILE:vsthost> validate ${gain} --level 1 --rates 44100,192000 --blocks 512 ${ARGN}
+    WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
+  set_tests_properties(vsthost_${name} PROPERTIES LABELS e2e PASS_REGULAR_EXPRESSION "${regex}\r?\nexit code 1\n"
+    ENVIRONMENT "${vsthost_env};TESTGAIN_CRASH=${crash};ASAN_OPTIONS=abort_on_error=1:handle_segv=0")
+endfunction()
+set(one_failed ".*\n[0-9]+ passed, 1 failed")
+vsthost_crash_e2e(validate_null_write null@text
+  "FAIL  parameters group: crashed: (signal 11 \\(SIGSEGV|exception 0xC0000005 \\(access violation)[^\n]* in step \"parameters\".*PASS  audio at 192000 Hz${one_failed}")
+vsthost_crash_e2e(validate_abort abort@midi
+  "FAIL  midi group: crashed: (signal 6 \\(SIGABRT|exit code 3 \\(abort)[^\n]* in step \"MIDI input\"${one_failed}")
+vsthost_crash_e2e(validate_stack_overflow stack@name
+  "FAIL  state group: crashed: (signal 11 \\(SIGSEGV|exception 0xC00000FD \\(stack overflow).*PASS  parameter 1 ${one_failed}")
+vsthost_crash_e2e(validate_heap_corruption heap@chunk
+  "FAIL  state group: crashed: (signal 6 \\(SIGABRT|exception 0xC0000374 \\(heap corruption).*PASS  parameter 1 ${one_failed}")
+# Two files: a hang makes each plug-in's line CRASH.
+vsthost_crash_e2e(validate_hang loop@rate
+  "CRASH [^\n]*vsthost-testgain[.][a-z]+: [1-9][0-9] passed, 1 failed\r?\n      audio group: timed out after 2 s in step \"audio at every rate and block size\", after the check \"audio at 44100 Hz\"\r?\nCRASH [^\n]*vsthost-testgain-params[^\n]*\n[^\n]*\n2 files: 0 passed, 0 failed, 2 crashed, 0 not plug-ins"
+  ${params} --timeout 2)
+# A folder: one line per plug-in with what failed, a total, and the same in
+# the JSON report, which CMake's own parser must read. A file that does not
+# load fails once, with no group run after that.
+file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/e2e-junk${CMAKE_SHARED_MODULE_SUFFIX} "not a library")
+vsthost_e2e(validate_folder
+  "FAIL  [^\n]*e2e-junk[^\n]*: 0 passed, 1 failed\r?\n      load: [^\n]*\nFAIL  [^\n]*vsthost-testgain-broken[^\n]*: [0-9]+ passed, 2 failed\r?\n      MIDI junk: data bytes[^\n]*\n      MIDI sent[^\n]*\n(PASS  [^\n]*\n)+[45] files: [23] passed, 2 failed, 0 crashed, 0 not plug-ins"
+  FIXTURE_SETUP vsthost_validation_json
+  ARGS validate . --level 1 --rates 44100 --blocks 512 --json e2e-validation.json)
+add_test(NAME vsthost_validate_json COMMAND ${CMAKE_COMMAND} -DFILE=e2e-validation.json
+  -P ${CMAKE_CURRENT_SOURCE_DIR}/tests/check-json.cmake WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
+set_tests_properties(vsthost_validate_json PROPERTIES LABELS e2e FIXTURES_REQUIRED vsthost_validation_json
+  PASS_REGULAR_EXPRESSION "vsthost-testgain-broken[^:]*: fail, [1-9][0-9]* checks\n.*vsthost-testgain[.][a-z]+: pass")
+
 # The bench command measures any plug-in; the test gain is enough to see it run.
 vsthost_e2e(bench "real-time factor \\(CPU time\\): min [0-9.]+x, median [0-9.]+x.*99th percentile: [0-9.]+ us"
   ARGS bench ${gain} --seconds 1 --repeats 3 --block 64)

@@ -4,9 +4,11 @@
 # virtual server of its own with true colour, so captures are exact. A wine
 # session started without a display cannot open windows later, so a run with
 # its own server also gets a wine prefix of its own, apart from the tests that
-# run at the same time without a display.
+# run at the same time without a display. ZQ_VIRTUAL_DISPLAY=1 asks for a
+# virtual server even where there is a display (tests that move the real
+# mouse must not take the user's).
 set -euo pipefail
-if [ -n "${DISPLAY:-}" ]; then
+if [ -n "${DISPLAY:-}" ] && [ -z "${ZQ_VIRTUAL_DISPLAY:-}" ]; then
   exec "$@"
 fi
 if [ -n "${ZQ_WINEPREFIX:-}" ]; then

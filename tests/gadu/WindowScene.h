@@ -1,0 +1,120 @@
+#pragma once
+
+// The scene every window test of the toolkit builds, whatever the platform:
+// a background of 8 x 8 squares in two colours and two probe controls over
+// it, a and b, so that a test reads from the log what reached which control
+// and from the pixels what the window shows.
+
+#include "gadu/BackgroundItem.h"
+#include "gadu/CtrlGroupItem.h"
+#include "gadu/MenuActionInterface.h"
+#include "gadu/MenuItem.h"
+#include "gadu/PicDataFactory.h"
+#include "gadu/ShowObject.h"
+#include "gadu/WindowInterface.h"
+
+#include "tests/gadu/ApicImage.h"
+#include "tests/gadu/ProbeControl.h"
+
+#include <memory>
+#include <vector>
+
+namespace gadu_test
+{
+
+struct WindowScene
+{
+    static constexpr std::uint32_t kDark = 0x102030u;
+    static constexpr std::uint32_t kLight = 0x405060u;
+    static constexpr std::uint32_t kColourA = 0xC02040u;
+    static constexpr std::uint32_t kColourB = 0x20C040u;
+
+    // Where the probes lie: a square of a_size at a, one of b_size at b.
+    struct Layout
+    {
+        std::int32_t width;
+        std::int32_t height;
+        std::int32_t a_x;
+        std::int32_t a_y;
+        std::int32_t a_size;
+        std::int32_t b_x;
+        std::int32_t b_y;
+        std::int32_t b_size;
+    };
+    static constexpr Layout kSmall{64, 48, 4, 4, 10, 30, 20, 16};
+    static constexpr Layout kLarge{96, 64, 10, 10, 20, 50, 30, 16};
+
+    explicit WindowScene(const Layout& l = kLarge) : layout(l)
+    {
+        std::vector<std::uint8_t> pixels;
+        for (int y = 0; y < l.height; ++y)
+        {
+            for (int x = 0; x < l.width; ++x)
+            {
+                pixels.push_back(static_cast<std::uint8_t>((x / 8 + y / 8) % 2));
+            }
+        }
+        bytes = make_apic(0, 8, l.width, l.height, {kDark, kLight}, pixels);
+        pic = gadu::PicDataFactory::use_instance().create_from_bytes(bytes.data(), bytes.size());
+        background.set_picture(gadu::Picture(pic.get()));
+        background.set_position(0, 0);
+        a.set_position(l.a_x, l.a_y);
+        b.set_position(l.b_x, l.b_y);
+        controls.add_control(a);
+        controls.add_control(b);
+        controls.set_position(0, 0);
+    }
+
+    // Sizes the window for the scene, gives it the trees and shows them, as
+    // an editor does before it opens the window.
+    void attach(gadu::WindowInterface& window)
+    {
+        window.set_content_size(layout.width, layout.height);
+        window.set_window_size(layout.width, layout.height);
+        window.set_background_root(&background);
+        window.set_control_root(&controls);
+        background.handle_message(gadu::ShowObject(true));
+        controls.handle_message(gadu::ShowObject(true));
+    }
+
+    static std::uint32_t background_at(std::int32_t x, std::int32_t y)
+    {
+        return (x / 8 + y / 8) % 2 != 0 ? kLight : kDark;
+    }
+
+    // What the window should show at a content pixel.
+    std::uint32_t expected_at(std::int32_t x, std::int32_t y) const
+    {
+        if (x >= layout.b_x && x < layout.b_x + layout.b_size && y >= layout.b_y && y < layout.b_y + layout.b_size)
+        {
+            return kColourB;
+        }
+        if (x >= layout.a_x && x < layout.a_x + layout.a_size && y >= layout.a_y && y < layout.a_y + layout.a_size)
+        {
+            return kColourA;
+        }
+        return background_at(x, y);
+    }
+
+    Layout layout;
+    std::vector<std::uint8_t> bytes;
+    std::unique_ptr<gadu::PicDataInterface> pic;
+    gadu::BackgroundItem background;
+    Log log;
+    gadu::CtrlGroupItem controls;
+    ProbeControl a{"a", log, gadu::Rect{0, 0, layout.a_size, layout.a_size}, kColourA};
+    ProbeControl b{"b", log, gadu::Rect{0, 0, layout.b_size, layout.b_size}, kColourB};
+};
+
+// A menu action that notes the item chosen in the scene's log.
+class RecordingAction : public gadu::MenuActionInterface
+{
+public:
+    explicit RecordingAction(Log& log) : _log(log) {}
+    void on_chosen(gadu::MenuItem& item) override { _log.push_back("chose " + item.get_label()); }
+
+private:
+    Log& _log;
+};
+
+}  // namespace gadu_test

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "tests/lumo/lv2/Lv2TestAtoms.h"
+
+#include "lumo/lv2/Lv2Plugin.h"
+
+#include <lv2/core/lv2.h>
+#include <lv2/log/log.h>
+#include <lv2/state/state.h>
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace zq_test
+{
+
+// The host's side of the plug-in's state: values by key, as a host keeps them.
+class StateStore
+{
+public:
+    struct Value
+    {
+        std::uint32_t type = 0;
+        std::vector<std::uint8_t> bytes;
+    };
+
+    static LV2_State_Status store(LV2_State_Handle handle, std::uint32_t key, const void* value, std::size_t size,
+                                  std::uint32_t type, std::uint32_t flags);
+    static const void* retrieve(LV2_State_Handle handle, std::uint32_t key, std::size_t* size, std::uint32_t* type,
+                                std::uint32_t* flags);
+
+    std::map<std::uint32_t, Value> values;
+};
+
+// Zarquette through its LV2 descriptor, as a host runs it: every port
+// connected to buffers of the rig, the URID map and a log that keeps what the
+// plug-in writes. Several rigs may share one map (a saved state names its
+// keys by the map's numbers).
+class Lv2Rig
+{
+public:
+    static constexpr std::uint32_t atom_capacity = 8192;
+
+    // without_features: a host that offers nothing, as lv2apply.
+    explicit Lv2Rig(UridMap& map, double rate = 44100.0, bool without_features = false, std::uint32_t block = 256);
+    ~Lv2Rig();
+    Lv2Rig(const Lv2Rig&) = delete;
+    Lv2Rig& operator=(const Lv2Rig&) = delete;
+
+    static const LV2_Descriptor& use_descriptor();
+    lumo::Lv2Plugin& plugin() { return *static_cast<lumo::Lv2Plugin*>(handle); }
+    std::uint32_t id(const char* uri) { return _map.id(uri); }
+    // The port of a parameter by its symbol.
+    float& control(const char* symbol);
+    float param(int index);
+
+    // Puts a sequence into the input port for the next blocks (an empty one
+    // until then); frames of the events count from each block's start.
+    void send(SequenceBytes& sequence);
+    void clear_input();
+    // One block of frames (at most the rig's block) with the input signal.
+    void run(std::uint32_t frames);
+    // The MIDI the plug-in put into its output in the last block, as hex text.
+    std::vector<std::string> sent_midi();
+
+    LV2_State_Status save(StateStore& store);
+    LV2_State_Status restore(StateStore& store);
+
+    LV2_Handle handle = nullptr;
+    std::vector<float> in_l, in_r, out_l, out_r;
+    std::string log;
+
+private:
+    static int log_vprintf(LV2_Log_Handle handle, LV2_URID type, const char* fmt, va_list args);
+    static int log_printf(LV2_Log_Handle handle, LV2_URID type, const char* fmt, ...);
+
+    UridMap& _map;
+    LV2_Log_Log _log{this, &Lv2Rig::log_printf, &Lv2Rig::log_vprintf};
+    std::array<float, 6> _controls{};
+    std::vector<std::uint64_t> _atom_in;
+    std::vector<std::uint64_t> _atom_out;
+};
+
+}  // namespace zq_test

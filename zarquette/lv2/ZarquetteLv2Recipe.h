@@ -1,0 +1,14 @@
+#pragma once
+
+#include "lumo/lv2/Lv2Descriptor.h"
+#include "lumo/lv2/Lv2PluginRecipe.h"
+
+namespace zarquette
+{
+
+// How the LV2 entry builds and describes Zarquette.
+const lumo::Lv2PluginRecipe& get_lv2_recipe();
+// The descriptor the bundle's library hands to hosts.
+const lumo::Lv2Descriptor& get_lv2_descriptor();
+
+}  // namespace zarquette
