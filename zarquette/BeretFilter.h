@@ -18,8 +18,8 @@ namespace zarquette
 // of stage j. All but the b^k u term is known before the feedback is, and the
 // four stages are one vector sum in the lanes of an SSE2 register. The feedback
 // itself stays scalar and short: the clamped last stage, the saturator's cubic
-// spread over products that run side by side, the quantiser's rounding, and one
-// subtraction that makes the next last stage.
+// spread over products that run side by side, the quantiser's rounding, and the
+// additions that make the next last stage.
 class BeretFilter
 {
 public:
@@ -65,6 +65,7 @@ public:
         k.save(*this);
     }
 
+    // One sample, for callers outside the loop engine.
     float process(float in)
     {
         if (is_quantising())
@@ -216,6 +217,7 @@ private:
         // State: the stages, their (folded, doubled) soft limits, u_prev's share
         // of every stage (b^k u_prev), the last stage plus 0.125 before its limit.
         __m128 stages;
+        __m128 soft;
         __m128 in_prev;
         __m128 last;
         // Coefficients; see the filter's fields.
@@ -230,7 +232,6 @@ private:
         __m128 k_inv_step;
         __m128 k_inv_step_offset;
         __m128 out_gain;
-        __m128 soft;
         // Constants kept at hand.
         __m128 one = _mm_set1_ps(1.0f);
         __m128 minus_one = _mm_set1_ps(-1.0f);
