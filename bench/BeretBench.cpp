@@ -63,7 +63,8 @@ void BM_BeretCtrlRender(benchmark::State& state)
 }
 BENCHMARK(BM_BeretCtrlRender)->Arg(120)->Arg(240);
 
-// Up by two twice, a pass-through where the filter would be, down by two twice.
+// Up by two twice, a pass-through where the filter would be, down by two twice,
+// each stage over the whole block as the loop engine runs them.
 void BM_OversamplingChain(benchmark::State& state)
 {
     std::vector<double> steep;
@@ -80,17 +81,15 @@ void BM_OversamplingChain(benchmark::State& state)
     down_gentle.load_coefs(gentle);
     std::array<float, kBlock> in{};
     std::array<float, kBlock> out{};
+    std::array<float, 2 * kBlock> twice{};
+    std::array<float, 4 * kBlock> four_times{};
     fill_noise(in);
     for (auto _ : state)
     {
-        for (int i = 0; i < kBlock; ++i)
-        {
-            const auto two = up_steep.upsample(in[static_cast<std::size_t>(i)]);
-            const auto a = up_gentle.upsample(two[0]);
-            const auto b = up_gentle.upsample(two[1]);
-            out[static_cast<std::size_t>(i)] =
-                down_steep.downsample_pair(down_gentle.downsample_pair(a[0], a[1]), down_gentle.downsample_pair(b[0], b[1]));
-        }
+        up_steep.upsample_block(in.data(), twice.data(), kBlock);
+        up_gentle.upsample_block(twice.data(), four_times.data(), 2 * kBlock);
+        down_gentle.downsample_block(twice.data(), four_times.data(), 2 * kBlock);
+        down_steep.downsample_block(out.data(), twice.data(), kBlock);
         benchmark::DoNotOptimize(out.data());
         benchmark::ClobberMemory();
     }
@@ -98,9 +97,10 @@ void BM_OversamplingChain(benchmark::State& state)
 }
 BENCHMARK(BM_OversamplingChain);
 
-// The loop filter alone, four samples per host sample, resonant and quantising.
-// Each sample waits for the one before, so this is the floor under the whole
-// engine: nothing around the filter can make the effect faster than this.
+// The loop filter alone, four samples per host sample, resonant and quantising,
+// over a whole block as the loop engine runs it. Each sample waits for the one
+// before, so this is the floor under the whole engine: nothing around the
+// filter can make the effect faster than this.
 void BM_LoopFilterChain(benchmark::State& state)
 {
     zarquette::BeretFilter filter;
@@ -109,20 +109,21 @@ void BM_LoopFilterChain(benchmark::State& state)
     filter.set_resonance(0.9f);
     filter.set_drive(0.5f);
     std::array<float, kBlock> in{};
-    std::array<float, kBlock> out{};
     fill_noise(in);
+    std::array<float, 4 * kBlock> four_times{};
     for (auto _ : state)
     {
         for (int i = 0; i < kBlock; ++i)
         {
             const float x = in[static_cast<std::size_t>(i)];
-            const float a = filter.process<true>(x);
-            const float b = filter.process<true>(-x);
-            const float c = filter.process<true>(0.5f * x);
-            const float d = filter.process<true>(-0.5f * x);
-            out[static_cast<std::size_t>(i)] = (a + b) + (c + d);
+            const auto at = static_cast<std::size_t>(4 * i);
+            four_times[at] = x;
+            four_times[at + 1] = -x;
+            four_times[at + 2] = 0.5f * x;
+            four_times[at + 3] = -0.5f * x;
         }
-        benchmark::DoNotOptimize(out.data());
+        filter.process_block<true>(four_times.data(), 4 * kBlock);
+        benchmark::DoNotOptimize(four_times.data());
         benchmark::ClobberMemory();
     }
     report(state);

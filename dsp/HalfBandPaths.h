@@ -84,22 +84,51 @@ public:
     // lane 1.
     __m128 run(float a, float b)
     {
-        __m128 v = _mm_setr_ps(a, b, 0.0f, 0.0f);
+        __m128 result;
+        run_block(
+            1, [&](int) { return _mm_setr_ps(a, b, 0.0f, 0.0f); }, [&](int, __m128 v) { result = v; });
+        return result;
+    }
+
+    // n samples in a row: feed(i) gives the inputs (path A in lane 0, path B in
+    // lane 1), take(i, v) receives the results in the same lanes. The states stay
+    // in registers for the whole block.
+    template <typename Feed, typename Take>
+    void run_block(int n, Feed feed, Take take)
+    {
+        __m128 coef[kPairs];
+        __m128 x_prev[kPairs];
+        __m128 y_prev[kPairs];
+        for (int p = 0; p < kPairs; ++p)
+        {
+            const Pair& s = _pairs[static_cast<std::size_t>(p)];
+            coef[p] = _mm_loadu_ps(s.coef);
+            x_prev[p] = _mm_loadu_ps(s.x_prev);
+            y_prev[p] = _mm_loadu_ps(s.y_prev);
+        }
+        for (int i = 0; i < n; ++i)
+        {
+            __m128 v = feed(i);
+            for (int p = 0; p < kPairs; ++p)
+            {
+                // First-order all-pass: y = (x - y_prev) * coef + x_prev. Not
+                // flushed here: the audio thread runs with flush-to-zero, and
+                // other callers flush the states once per block.
+                const __m128 y = _mm_add_ps(_mm_mul_ps(_mm_sub_ps(v, y_prev[p]), coef[p]), x_prev[p]);
+                x_prev[p] = v;
+                y_prev[p] = y;
+                // With an odd count path B has no stage in the last pair: its
+                // value passes unchanged.
+                v = (N % 2 == 1 && p == kPairs - 1) ? keep_lane_b(y, v) : y;
+            }
+            take(i, v);
+        }
         for (int p = 0; p < kPairs; ++p)
         {
             Pair& s = _pairs[static_cast<std::size_t>(p)];
-            // First-order all-pass: y = (x - y_prev) * coef + x_prev. Not flushed
-            // here: the audio thread runs with flush-to-zero, and other callers
-            // flush the states once per block.
-            const __m128 y_prev = _mm_loadu_ps(s.y_prev);
-            const __m128 y = _mm_add_ps(_mm_mul_ps(_mm_sub_ps(v, y_prev), _mm_loadu_ps(s.coef)), _mm_loadu_ps(s.x_prev));
-            _mm_storeu_ps(s.x_prev, v);
-            _mm_storeu_ps(s.y_prev, y);
-            // With an odd count path B has no stage in the last pair: its value
-            // passes unchanged.
-            v = (N % 2 == 1 && p == kPairs - 1) ? keep_lane_b(y, v) : y;
+            _mm_storeu_ps(s.x_prev, x_prev[p]);
+            _mm_storeu_ps(s.y_prev, y_prev[p]);
         }
-        return v;
     }
 
     static float lane_a(__m128 v) { return _mm_cvtss_f32(v); }

@@ -23,6 +23,15 @@ public:
         return {HalfBandPaths<N>::lane_a(ab), HalfBandPaths<N>::lane_b(ab)};
     }
 
+    // out[2i] and out[2i + 1] from in[i] for i in [0, n): the same as upsample
+    // on each, with the states in registers throughout.
+    void upsample_block(const float* in, float* out, int n)
+    {
+        _paths.run_block(
+            n, [&](int i) { return _mm_set1_ps(in[i]); },
+            [&](int i, __m128 ab) { _mm_storel_pi(reinterpret_cast<__m64*>(out + 2 * i), ab); });
+    }
+
     void clear_state() { _paths.clear_state(); }
     // Tiny states to zero, once per block (per-sample calls do not flush).
     void flush_state() { _paths.flush_state(); }

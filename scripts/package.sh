@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Release archives of what a user installs, into dist/:
 #   dist/Zarquette-VERSION-windows.zip        both Windows DLLs
-#   dist/Zarquette-VERSION-linux-x86_64.tar.gz the Linux VST 2 library and the LV2 bundle
+#   dist/Zarquette-VERSION-linux-x86_64.tar.gz the Linux VST 2 library and the LV2 bundle (plug-in and editor)
 # each with the user's part of the README and the licences. Builds the
 # product targets it needs first. The same commit gives the same bytes: every
 # file is stamped with the commit's time, listed in name order and stored
@@ -67,6 +67,9 @@ rm -f "dist/$windows.zip"
 (cd "$stage" && find "$windows" -print | LC_ALL=C sort | TZ=UTC zip -q -X -D -@ "$root/dist/$windows.zip")
 
 linux=Zarquette-$version-linux-x86_64
+for part in zarquette_dsp.so zarquette_ui.so manifest.ttl zarquette.ttl; do
+  [ -f "build/native/zarquette.lv2/$part" ] || { echo "package.sh: the LV2 bundle has no $part" >&2; exit 1; }
+done
 stage_files "$stage/$linux" build/native/Zarquette_vst2linux.so build/native/zarquette.lv2
 readme_part "Linux hosts" "LV2 hosts" "The editor" "Editor zoom" >"$stage/$linux/README.md"
 normalise "$stage/$linux"

@@ -3,6 +3,7 @@
 #include "dsp/HalfBandDesign.h"
 #include "zarquette/FastMath.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -153,29 +154,22 @@ const float* Beret::drive_input(int offset, int n)
 }
 
 template <bool Quantise>
-float Beret::process_sample(float x)
+void Beret::render_chunk(const float* src, int at, int n)
 {
-    const float y = dsp::clamp_finite(x + _delay.read(), -kLoopInputLimit, kLoopInputLimit);
-    const auto up = _up_steep.upsample(y);
-    const auto a = _up_gentle.upsample(up[0]);
-    const auto b = _up_gentle.upsample(up[1]);
-    const float fa0 = _filter.process<Quantise>(a[0]);
-    const float fa1 = _filter.process<Quantise>(a[1]);
-    const float fb0 = _filter.process<Quantise>(b[0]);
-    const float fb1 = _filter.process<Quantise>(b[1]);
-    const float down0 = _down_gentle.downsample_pair(fa0, fa1);
-    const float down1 = _down_gentle.downsample_pair(fb0, fb1);
-    const float result = _limiter.limit(_dc_killer.filter(_down_steep.downsample_pair(down0, down1)));
-    _delay.write(result);
-    return result;
-}
-
-template <bool Quantise>
-void Beret::render_span(const float* src, int offset, int n)
-{
-    for (int i = offset; i < offset + n; ++i)
+    for (int i = 0; i < n; ++i)
     {
-        _out[i] = process_sample<Quantise>(src[i]);
+        _chunk[i] = dsp::clamp_finite(src[at + i] + _delay.read(i), -kLoopInputLimit, kLoopInputLimit);
+    }
+    _up_steep.upsample_block(_chunk, _twice, n);
+    _up_gentle.upsample_block(_twice, _four_times, 2 * n);
+    _filter.process_block<Quantise>(_four_times, 4 * n);
+    _down_gentle.downsample_block(_twice, _four_times, 2 * n);
+    _down_steep.downsample_block(_chunk, _twice, n);
+    for (int i = 0; i < n; ++i)
+    {
+        const float result = _limiter.limit(_dc_killer.filter(_chunk[i]));
+        _delay.write(result);
+        _out[at + i] = result;
     }
 }
 
@@ -183,13 +177,19 @@ void Beret::render(int offset, int n)
 {
     const float* src = drive_input(offset, n);
     // The drive is constant over a piece: the choice is made once, not per sample.
-    if (_filter.is_quantising())
+    const bool quantise = _filter.is_quantising();
+    for (int done = 0; done < n;)
     {
-        render_span<true>(src, offset, n);
-    }
-    else
-    {
-        render_span<false>(src, offset, n);
+        const int k = std::min({n - done, kChunk, _delay.get_lookahead()});
+        if (quantise)
+        {
+            render_chunk<true>(src, offset + done, k);
+        }
+        else
+        {
+            render_chunk<false>(src, offset + done, k);
+        }
+        done += k;
     }
     flush_states();
 }

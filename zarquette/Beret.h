@@ -53,10 +53,14 @@ private:
     void update_feedback_gain();
     const float* drive_input(int offset, int n);
     template <bool Quantise>
-    float process_sample(float x);
-    template <bool Quantise>
-    void render_span(const float* src, int offset, int n);
+    void render_chunk(const float* src, int at, int n);
     void flush_states();
+
+    // A piece is rendered in chunks, each stage over the whole chunk before
+    // the next, with its state in registers. A chunk is no longer than the
+    // delay line can be read ahead of its writes, so that every sample is
+    // computed exactly as one at a time would be.
+    static constexpr int kChunk = 256;
 
     float* _out = nullptr;
     const float* _in = nullptr;
@@ -69,6 +73,10 @@ private:
     dsp::Downsampler2x<8> _down_steep;
     dsp::DcKiller1 _dc_killer;
     dsp::LimiterRms1p _limiter;
+    // The chunk at the host rate, then at twice and four times the rate.
+    float _chunk[kChunk] = {};
+    float _twice[2 * kChunk] = {};
+    float _four_times[4 * kChunk] = {};
     float _sample_freq = 44100.0f;
     float _hold_gain = 0.75f;
     float _vin_rouge = 0.0f;

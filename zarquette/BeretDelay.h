@@ -30,11 +30,15 @@ public:
     void set_gain(float gain);
 
     int get_delay_int() const { return _delay_int; }
+    // How many reads may run ahead of the writes: the read `ahead` samples
+    // after the last write still only touches samples already written.
+    int get_lookahead() const { return _delay_int - 3; }
     const std::array<float, 4>& get_weights() const { return _weights; }
 
-    float read() const
+    // What a read returns `ahead` writes from now; ahead below get_lookahead().
+    float read(int ahead = 0) const
     {
-        const std::uint32_t base = _write - static_cast<std::uint32_t>(_delay_int);
+        const std::uint32_t base = _write + static_cast<std::uint32_t>(ahead) - static_cast<std::uint32_t>(_delay_int);
         float sum = 0.0f;
         for (std::uint32_t j = 0; j < 4; ++j)
         {

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace zarquette
 {
@@ -36,33 +37,62 @@ void SampleVoice::start(const WavFile& recording, float rate, float gain, float 
     _frames_left = (_increment != 0 && _position < last) ? (last - _position) / _increment : 0;
 }
 
-// Four output frames at once, each lane computing exactly what the one-frame
-// loop below computes for its frame: the reads stay scalar (each frame has its
-// own position), the interpolation, gains and mixing run in SSE2 lanes.
-void SampleVoice::render_four(const std::int16_t* samples, float* left, float* right)
+namespace
 {
-    std::uint64_t p[4];
-    for (std::uint64_t& q : p)
+
+// A recording's sample and its right neighbour, as one 32-bit load.
+__m128i load_pair(const std::int16_t* samples, std::uint64_t position)
+{
+    std::int32_t pair;
+    std::memcpy(&pair, samples + static_cast<std::uint32_t>(position >> 32), sizeof pair);
+    return _mm_cvtsi32_si128(pair);
+}
+
+}  // namespace
+
+// Four output frames at a time, each lane computing exactly what the one-frame
+// loop below computes for its frame: the reads stay scalar (each frame has its
+// own position), the rest runs in SSE2 lanes over the whole run of frames. The
+// recording's 2^-15 scale moves into the gains, and the interpolation works on
+// the whole numbers: scaling by a power of two does not change any rounding.
+int SampleVoice::render_fours(const std::int16_t* samples, float* left, float* right, int frames)
+{
+    constexpr float to_float = 1.0f / 32768.0f;
+    const __m128 gain_l = _mm_set1_ps(_left_gain * to_float);
+    const __m128 gain_r = _mm_set1_ps(_right_gain * to_float);
+    // The fractions of the four positions (the low 32 bits), which advance on
+    // their own: a carry into the whole frames never reaches them. As floats
+    // they are rounded once, as a plain conversion would: both 16-bit halves
+    // convert exactly and the sum rounds.
+    const std::uint64_t step = _increment;
+    std::uint64_t p = _position;
+    __m128i fraction = _mm_setr_epi32(static_cast<int>(static_cast<std::uint32_t>(p)),
+                                      static_cast<int>(static_cast<std::uint32_t>(p + step)),
+                                      static_cast<int>(static_cast<std::uint32_t>(p + 2 * step)),
+                                      static_cast<int>(static_cast<std::uint32_t>(p + 3 * step)));
+    const __m128i fraction_step = _mm_set1_epi32(static_cast<int>(static_cast<std::uint32_t>(4 * step)));
+    const __m128i low_half = _mm_set1_epi32(0xFFFF);
+    const __m128 high_scale = _mm_set1_ps(1.0f / 65536.0f);
+    const __m128 low_scale = _mm_set1_ps(1.0f / 4294967296.0f);
+    int f = 0;
+    for (; f + 4 <= frames; f += 4)
     {
-        q = _position;
-        _position += _increment;
+        // Sample and neighbour of each frame, as 16-bit pairs a0 b0 a1 b1 ...
+        const __m128i pairs =
+            _mm_unpacklo_epi64(_mm_unpacklo_epi32(load_pair(samples, p), load_pair(samples, p + step)),
+                               _mm_unpacklo_epi32(load_pair(samples, p + 2 * step), load_pair(samples, p + 3 * step)));
+        const __m128i a = _mm_srai_epi32(_mm_slli_epi32(pairs, 16), 16);
+        const __m128i b = _mm_srai_epi32(pairs, 16);
+        const __m128 x = _mm_add_ps(_mm_mul_ps(_mm_cvtepi32_ps(_mm_srli_epi32(fraction, 16)), high_scale),
+                                    _mm_mul_ps(_mm_cvtepi32_ps(_mm_and_si128(fraction, low_half)), low_scale));
+        const __m128 s = _mm_add_ps(_mm_cvtepi32_ps(a), _mm_mul_ps(x, _mm_cvtepi32_ps(_mm_sub_epi32(b, a))));
+        _mm_storeu_ps(left + f, _mm_add_ps(_mm_loadu_ps(left + f), _mm_mul_ps(s, gain_l)));
+        _mm_storeu_ps(right + f, _mm_add_ps(_mm_loadu_ps(right + f), _mm_mul_ps(s, gain_r)));
+        fraction = _mm_add_epi32(fraction, fraction_step);
+        p += 4 * step;
     }
-    const auto at = [&](int j, std::uint32_t offset) {
-        return static_cast<int>(samples[static_cast<std::uint32_t>(p[j] >> 32) + offset]);
-    };
-    const auto fraction = [&](int j) { return static_cast<int>(static_cast<std::uint32_t>(p[j])); };
-    const __m128 to_float = _mm_set1_ps(1.0f / 32768.0f);
-    const __m128 a = _mm_mul_ps(_mm_cvtepi32_ps(_mm_setr_epi32(at(0, 0), at(1, 0), at(2, 0), at(3, 0))), to_float);
-    const __m128 b = _mm_mul_ps(_mm_cvtepi32_ps(_mm_setr_epi32(at(0, 1), at(1, 1), at(2, 1), at(3, 1))), to_float);
-    // The unsigned 32-bit fraction as a float, rounded once as a plain
-    // conversion would: both 16-bit halves convert exactly, the sum rounds.
-    const __m128i frac = _mm_setr_epi32(fraction(0), fraction(1), fraction(2), fraction(3));
-    const __m128 high = _mm_mul_ps(_mm_cvtepi32_ps(_mm_srli_epi32(frac, 16)), _mm_set1_ps(65536.0f));
-    const __m128 low = _mm_cvtepi32_ps(_mm_and_si128(frac, _mm_set1_epi32(0xFFFF)));
-    const __m128 x = _mm_mul_ps(_mm_add_ps(high, low), _mm_set1_ps(1.0f / 4294967296.0f));
-    const __m128 s = _mm_add_ps(a, _mm_mul_ps(x, _mm_sub_ps(b, a)));
-    _mm_storeu_ps(left, _mm_add_ps(_mm_loadu_ps(left), _mm_mul_ps(s, _mm_set1_ps(_left_gain))));
-    _mm_storeu_ps(right, _mm_add_ps(_mm_loadu_ps(right), _mm_mul_ps(s, _mm_set1_ps(_right_gain))));
+    _position = p;
+    return f;
 }
 
 void SampleVoice::render(float* left, float* right, int n)
@@ -74,11 +104,8 @@ void SampleVoice::render(float* left, float* right, int n)
     const std::uint64_t block = n > 0 ? static_cast<std::uint64_t>(n) : 0;
     const auto k = static_cast<int>(std::min(_frames_left, block));
     const std::int16_t* samples = _recording->use_samples();
-    int f = 0;
-    for (; f + 4 <= k; f += 4)
-    {
-        render_four(samples, left + f, right + f);
-    }
+    // Short runs (tiny host blocks) skip the setup of the four lanes.
+    int f = k >= 4 ? render_fours(samples, left, right, k) : 0;
     constexpr float to_float = 1.0f / 32768.0f;
     constexpr float fraction_scale = 1.0f / 4294967296.0f;
     for (; f < k; ++f)

@@ -32,7 +32,9 @@ public:
     std::uint64_t get_increment() const { return _increment; }
 
 private:
-    void render_four(const std::int16_t* samples, float* left, float* right);
+    // As many whole groups of four of the first `frames` frames as there are;
+    // answers the frames rendered.
+    int render_fours(const std::int16_t* samples, float* left, float* right, int frames);
 
     const WavFile* _recording = nullptr;
     float _rate = 0.0f;

@@ -5,12 +5,8 @@
 #include "lumo/SettingKeys.h"
 #include "lumo/midi/MidiMgr.h"
 #include "sys/Clock.h"
-#include "zarquette/ParamBof.h"
-#include "zarquette/ParamGauloises.h"
-#include "zarquette/ParamNuke.h"
-#include "zarquette/ParamOignons.h"
 #include "zarquette/ParamTempo.h"
-#include "zarquette/ParamVinRouge.h"
+#include "zarquette/ZarquetteIdentity.h"
 
 #include <algorithm>
 #include <cmath>
@@ -50,8 +46,8 @@ double noon_on_clock()
 }  // namespace
 
 ZarquetteDsp::ZarquetteDsp()
-    : _input_port("Input", {"Left input", "Right input"}),
-      _output_port("Output", {"Left output", "Right output"}),
+    : _input_port(ZarquetteIdentity::make_input_port()),
+      _output_port(ZarquetteIdentity::make_output_port()),
       _clock_origin(noon_on_clock())
 {
     _cat_army.set_buffers(_cat_l.data(), _cat_r.data());
@@ -101,27 +97,14 @@ ParamTempo& ZarquetteDsp::use_tempo_param() const
 
 void ZarquetteDsp::init()
 {
-    auto tempo = std::make_shared<ParamTempo>();
-    tempo->init_tempo(120.0, 0, use_tempo_record());
-    std::array<std::shared_ptr<lumo::NormalizedParamInterface>, nbr_params> params{
-        tempo,
-        std::make_shared<ParamBof>(),
-        std::make_shared<ParamGauloises>(),
-        std::make_shared<ParamNuke>(),
-        std::make_shared<ParamOignons>(),
-        std::make_shared<ParamVinRouge>()};
-    for (int i = 1; i < nbr_params; ++i)
-    {
-        params[static_cast<std::size_t>(i)]->init(0.0, 2);
-    }
+    ZarquetteIdentity::add_params(*this);
     for (int i = 0; i < nbr_params; ++i)
     {
         auto& slot = _slots[static_cast<std::size_t>(i)];
-        add_param(params[static_cast<std::size_t>(i)]);
-        slot.param = params[static_cast<std::size_t>(i)].get();
+        slot.param = &use_registered_param(i);
         slot.param->set_listener(&slot.flag);
     }
-    tempo->set_use_host_tempo(host_can_tempo());
+    use_tempo_param().set_use_host_tempo(host_can_tempo());
     setup_midi();
     setup_setting_mgr();
 }
@@ -173,7 +156,7 @@ std::string ZarquetteDsp::get_setting_str(const char* key) const
 {
     if (lumo::is_setting_key(key, lumo::setting_key::plugin_name))
     {
-        return "Zarquette";
+        return ZarquetteIdentity::plugin_name;
     }
     if (lumo::is_setting_key(key, lumo::setting_key::manufacturer))
     {

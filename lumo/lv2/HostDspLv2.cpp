@@ -8,6 +8,10 @@
 namespace lumo
 {
 
+HostDspLv2::HostDspLv2(Lv2Plugin& adapter) : HostCmdMixin(&adapter), _adapter(adapter)
+{
+}
+
 double HostDspLv2::get_setting_num(const char* key)
 {
     if (is_setting_key(key, setting_key::can_tempo))
@@ -47,26 +51,6 @@ basic::SettingClientInterface* HostDspLv2::use_midi_setting_client()
     return _adapter.use_midi_mgr();
 }
 
-bool HostDspLv2::is_free(int index, int level)
-{
-    return _adapter.is_free(index, level);
-}
-
-bool HostDspLv2::take(int index, int level)
-{
-    return _adapter.take(index, level);
-}
-
-void HostDspLv2::release(int index, int level)
-{
-    _adapter.release(index, level);
-}
-
-bool HostDspLv2::set_and_report_param(int index, float value, int level)
-{
-    return _adapter.set_and_report_param(index, value, level);
-}
-
 void HostDspLv2::report_param(int index, float value)
 {
     _adapter.report_param(index, value);
@@ -75,11 +59,6 @@ void HostDspLv2::report_param(int index, float value)
 bool HostDspLv2::set_param(int index, float value, int level)
 {
     return _adapter.set_param(index, value, level);
-}
-
-void HostDspLv2::set_program(const ProgramSlot& program, int level)
-{
-    _adapter.set_program(program, level, false, true);
 }
 
 ParamReorder& HostDspLv2::use_param_reorder()

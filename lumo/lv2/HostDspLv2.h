@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lumo/HostCmdMixin.h"
 #include "lumo/HostDspInterface.h"
 
 namespace lumo
@@ -9,10 +10,10 @@ class Lv2Plugin;
 
 // The audio side's services, answered from what the LV2 host connected and
 // sent, or forwarded to the adapter's parameter commands.
-class HostDspLv2 : public HostDspInterface
+class HostDspLv2 : public HostCmdMixin<HostDspInterface>
 {
 public:
-    explicit HostDspLv2(Lv2Plugin& adapter) : _adapter(adapter) {}
+    explicit HostDspLv2(Lv2Plugin& adapter);
 
     int get_reserved() override { return 0; }
     // "can_tempo": 1.0 once the host has sent a tempo.
@@ -23,13 +24,8 @@ public:
     MidiMgr* use_midi_mgr() override;
     basic::SettingClientInterface* use_midi_setting_client() override;
 
-    bool is_free(int index, int level) override;
-    bool take(int index, int level) override;
-    void release(int index, int level) override;
-    bool set_and_report_param(int index, float value, int level) override;
     void report_param(int index, float value) override;
     bool set_param(int index, float value, int level) override;
-    void set_program(const ProgramSlot& program, int level) override;
 
     ParamReorder& use_param_reorder() override;
     void publish_bank(const BankManager& bank) override;

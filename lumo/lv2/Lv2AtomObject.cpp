@@ -33,7 +33,8 @@ Lv2AtomObject::Lv2AtomObject(const Lv2Event& event, const Lv2Urids& urids) : _ur
     _type = load<LV2_Atom_Object_Body>(event.body).otype;
 }
 
-bool Lv2AtomObject::find_number(std::uint32_t key, double& value) const
+template <class Take>
+bool Lv2AtomObject::find(std::uint32_t key, Take take) const
 {
     if (_body == nullptr || key == 0)
     {
@@ -48,13 +49,33 @@ bool Lv2AtomObject::find_number(std::uint32_t key, double& value) const
         {
             return false;
         }
-        if (property.key == key && read_number(property.value.type, _body + value_pos, property.value.size, value))
+        if (property.key == key && take(property.value.type, _body + value_pos, property.value.size))
         {
             return true;
         }
         pos = (value_pos + property.value.size + 7u) & ~std::uint64_t{7};
     }
     return false;
+}
+
+bool Lv2AtomObject::find_number(std::uint32_t key, double& value) const
+{
+    return find(key, [&](std::uint32_t type, const std::uint8_t* body, std::uint32_t size) {
+        return read_number(type, body, size, value);
+    });
+}
+
+bool Lv2AtomObject::find_chunk(std::uint32_t key, const std::uint8_t*& data, std::uint32_t& size) const
+{
+    return find(key, [&](std::uint32_t type, const std::uint8_t* body, std::uint32_t body_size) {
+        if (type == 0 || type != _urids.atom_chunk)
+        {
+            return false;
+        }
+        data = body;
+        size = body_size;
+        return true;
+    });
 }
 
 bool Lv2AtomObject::read_number(std::uint32_t type, const std::uint8_t* body, std::uint32_t size,

@@ -22,8 +22,14 @@ public:
     // The value of the first property key that holds a number (float,
     // double, int or long); false when there is none.
     bool find_number(std::uint32_t key, double& value) const;
+    // The bytes of the first property key that holds an atom:Chunk; they
+    // stay in the host's buffer.
+    bool find_chunk(std::uint32_t key, const std::uint8_t*& data, std::uint32_t& size) const;
 
 private:
+    // The first property key whose value take() accepts (its type, body and size).
+    template <class Take>
+    bool find(std::uint32_t key, Take take) const;
     bool read_number(std::uint32_t type, const std::uint8_t* body, std::uint32_t size, double& value) const;
 
     const Lv2Urids& _urids;

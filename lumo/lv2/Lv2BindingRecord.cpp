@@ -11,7 +11,6 @@ namespace lumo
 namespace
 {
 
-constexpr std::size_t id_size = 4;
 constexpr int id_shift = 16;
 
 bool is_valid_id(std::int32_t id)
@@ -23,6 +22,13 @@ bool is_valid_id(std::int32_t id)
 
 std::vector<std::uint8_t> Lv2BindingRecord::write(const MidiMgr& mgr)
 {
+    std::vector<std::uint8_t> record(max_size);
+    record.resize(write_to(mgr, record.data()));
+    return record;
+}
+
+std::size_t Lv2BindingRecord::write_to(const MidiMgr& mgr, std::uint8_t* out)
+{
     int count = 0;
     for (int i = 0; i < MidiControlMap::capacity; ++i)
     {
@@ -31,14 +37,13 @@ std::vector<std::uint8_t> Lv2BindingRecord::write(const MidiMgr& mgr)
             count = i + 1;
         }
     }
-    std::vector<std::uint8_t> record(header_size + id_size * static_cast<std::size_t>(count));
-    basic::set_be32(record.data(), static_cast<std::uint32_t>(count));
+    basic::set_be32(out, static_cast<std::uint32_t>(count));
     for (int i = 0; i < count; ++i)
     {
-        basic::set_be32(record.data() + header_size + id_size * static_cast<std::size_t>(i),
+        basic::set_be32(out + header_size + id_size * static_cast<std::size_t>(i),
                         static_cast<std::uint32_t>(mgr.get_id(i)));
     }
-    return record;
+    return header_size + id_size * static_cast<std::size_t>(count);
 }
 
 bool Lv2BindingRecord::read(const std::uint8_t* data, std::size_t size, std::vector<std::int32_t>& ids)

@@ -44,9 +44,10 @@ public:
     // Audio thread: the normalized value of a port value, clamped to the
     // parameter's range; false for NaN, which carries no value.
     bool to_norm(float port_value, float& norm) const;
+    // The port value of a normalized value (what an editor writes).
+    float to_port(float norm) const;
 
 private:
-    float to_port(float norm) const;
 
     const NormalizedParamInterface* _param;
     std::string _name;

@@ -1,5 +1,6 @@
 #include "lumo/lv2/Lv2Descriptor.h"
 
+#include "lumo/HostCallGuard.h"
 #include "lumo/lv2/Lv2Plugin.h"
 #include "lumo/lv2/Lv2PluginRecipe.h"
 #include "sys/FpuModeGuard.h"
@@ -68,20 +69,7 @@ LV2_Handle instantiate(const LV2_Descriptor* descriptor, double rate, const char
 template <class Result, class Call>
 Result guarded(LV2_Handle instance, sys::FpuModeGuard::Denormals denormals, Result neutral, Call call)
 {
-    auto* plugin = static_cast<Lv2Plugin*>(instance);
-    if (plugin == nullptr)
-    {
-        return neutral;
-    }
-    sys::FpuModeGuard guard(denormals);
-    try
-    {
-        return call(*plugin);
-    }
-    catch (...)
-    {
-        return neutral;
-    }
+    return call_from_host(static_cast<Lv2Plugin*>(instance), denormals, neutral, call);
 }
 
 void connect_port(LV2_Handle instance, uint32_t port, void* data)

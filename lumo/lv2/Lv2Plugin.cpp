@@ -14,7 +14,6 @@
 #include "lumo/midi/MidiDevSelDispatcher.h"
 #include "lumo/midi/MidiMgr.h"
 #include "lumo/midi/MidiReceiverInterface.h"
-#include "sys/Clock.h"
 
 #include <algorithm>
 #include <cmath>
@@ -52,11 +51,18 @@ std::string make_store_path(std::string bundle_path, const char* below)
 
 Lv2Plugin::Lv2Plugin(const Lv2PluginRecipe& recipe, double rate, const std::string& bundle_path,
                      const Features& features)
-    : _dsp(make_dsp(recipe)),
+    : Lv2Plugin(make_dsp(recipe), recipe, rate, bundle_path, features)
+{
+}
+
+Lv2Plugin::Lv2Plugin(std::unique_ptr<DspInterface> dsp, const Lv2PluginRecipe& recipe, double rate,
+                     const std::string& bundle_path, const Features& features)
+    : PluginCmdMixin(*dsp, nullptr),
+      _dsp(std::move(dsp)),
       _layout(*_dsp),
+      _learn_link(_urids, features.map),
       _state(_urids, _log, _dsp->get_setting_str(setting_key::plugin_name)),
       _store_path(make_store_path(bundle_path, recipe.store_path)),
-      _program_values(_dsp->get_nbr_param()),
       _audio_in(static_cast<std::size_t>(_layout.get_nbr_inputs()), nullptr),
       _audio_out(static_cast<std::size_t>(_layout.get_nbr_outputs()), nullptr),
       _control_in(static_cast<std::size_t>(_layout.get_nbr_controls()), nullptr),
@@ -66,14 +72,7 @@ Lv2Plugin::Lv2Plugin(const Lv2PluginRecipe& recipe, double rate, const std::stri
 {
     _urids.map_all(features.map, recipe.uri);
     _log.set(features.log, _urids.log_error);
-    // The program of start-up: every value 0, as the VST 2 entry's.
-    const int nbr_params = _dsp->get_nbr_param();
-    ProgramSlot program = _bank.use_program(0);
-    program.set_nbr_values(nbr_params);
-    _bank.set_program(0, program);
-    _bank_buffer.init_slots(_bank);
     _reorder.setup(*_dsp);
-    _priorities.resize(nbr_params);
     if (auto* receiver = dynamic_cast<MidiReceiverInterface*>(_dsp.get()))
     {
         create_midi(receiver);
@@ -94,7 +93,7 @@ Lv2Plugin::Lv2Plugin(const Lv2PluginRecipe& recipe, double rate, const std::stri
     }
     _dsp->set_default_state();
     select_program();
-    for (int i = 0; i < nbr_params; ++i)
+    for (int i = 0; i < _dsp->get_nbr_param(); ++i)
     {
         _controls.emplace_back(_dsp->use_param(i));
     }
@@ -186,10 +185,7 @@ void Lv2Plugin::run(std::uint32_t frames)
         _midi_ports->use_output().drain(notify, _urids.midi_event);
     }
     apply_controls();
-    if (_bank_buffer.is_pending())
-    {
-        _dsp->take_bank(_bank_buffer);
-    }
+    take_published_bank();
     if (_midi_mgr)
     {
         _midi_mgr->block_start();
@@ -209,6 +205,7 @@ void Lv2Plugin::run(std::uint32_t frames)
     if (_midi_mgr)
     {
         _midi_mgr->block_end();
+        _learn_link.report(*_midi_mgr, notify);
     }
 }
 
@@ -244,8 +241,12 @@ void Lv2Plugin::take_event(const Lv2Event& event)
         }
         return;
     }
-    double bpm = 0.0;
     const Lv2AtomObject object(event, _urids);
+    if (_midi_mgr && _learn_link.take(object, *_midi_mgr))
+    {
+        return;
+    }
+    double bpm = 0.0;
     if (object.is_a(_urids.time_position) && object.find_number(_urids.time_bpm, bpm))
     {
         follow_tempo(bpm);
@@ -315,87 +316,19 @@ bool Lv2Plugin::is_output_connected(int port, int channel) const
     return c >= 0 && _audio_out[static_cast<std::size_t>(c)] != nullptr;
 }
 
-void Lv2Plugin::publish_bank(const BankManager& bank)
-{
-    _bank_buffer.publish(bank);
-}
-
 // ---- Parameter commands ------------------------------------------------------------
-
-bool Lv2Plugin::is_free(int index, int level)
-{
-    return _priorities.is_free(index, level);
-}
-
-bool Lv2Plugin::take(int index, int level)
-{
-    return _priorities.take(index, level);
-}
-
-void Lv2Plugin::release(int index, int level)
-{
-    _priorities.release(index, level);
-}
-
-bool Lv2Plugin::set_param(int index, float value, int level)
-{
-    if (!_priorities.take(index, level))
-    {
-        return false;
-    }
-    _program_values.store(index, value);
-    _dsp->use_param(index).set_norm_value(value);
-    return true;
-}
 
 void Lv2Plugin::report_param(int index, float value)
 {
-    // The host follows its own control ports; what remains to tell is the
-    // MIDI echo.
     if (_midi_mgr && _dsp->get_setting_num(setting_key::hide_parameters) == 0.0)
     {
         _midi_mgr->send_param(0, index, value);
     }
 }
 
-bool Lv2Plugin::set_and_report_param(int index, float value, int level)
-{
-    const bool accepted = set_param(index, value, level);
-    if (accepted)
-    {
-        report_param(index, value);
-    }
-    return accepted;
-}
-
-void Lv2Plugin::set_program(const ProgramSlot& program, int level, bool release_after, bool /*report_to_host*/)
-{
-    const double now = sys::get_clock_s();
-    _bank.set_program(0, program);
-    _program_values.load(program);
-    _dsp->set_program_name(program.get_name());
-    _dsp->set_program_data(program);
-    const int n = std::min(program.get_nbr_values(), _dsp->get_nbr_param());
-    for (int i = 0; i < n; ++i)
-    {
-        if (!_priorities.take_at(i, level, now))
-        {
-            continue;
-        }
-        if (_midi_mgr)
-        {
-            _midi_mgr->send_param(0, i, _dsp->use_param(i).get_norm());
-        }
-        if (release_after)
-        {
-            _priorities.release(i, level);
-        }
-    }
-}
-
 void Lv2Plugin::select_program()
 {
-    const ProgramSlot chosen = _bank.use_program(0);
+    const ProgramSlot chosen = use_bank().use_program(0);
     set_program(chosen, priority_level::program, true, false);
 }
 
@@ -403,18 +336,13 @@ void Lv2Plugin::select_program()
 
 LV2_State_Status Lv2Plugin::save(LV2_State_Store_Function store, LV2_State_Handle handle)
 {
-    // The current program as the audio side holds it: what MIDI and the host
-    // changed since it was chosen.
-    ProgramSlot program = _bank.use_program(0);
-    program.set_name(_dsp->get_program_name().c_str());
-    _dsp->get_program_data(program);
-    return _state.save(store, handle, program, _midi_mgr.get());
+    return _state.save(store, handle, get_held_program(), _midi_mgr.get());
 }
 
 LV2_State_Status Lv2Plugin::restore(LV2_State_Retrieve_Function retrieve, LV2_State_Handle handle)
 {
     Lv2State::Found found;
-    const LV2_State_Status status = _state.restore(retrieve, handle, _bank.use_program(0), found);
+    const LV2_State_Status status = _state.restore(retrieve, handle, use_bank().use_program(0), found);
     if (status != LV2_STATE_SUCCESS)
     {
         return status;
@@ -423,10 +351,11 @@ LV2_State_Status Lv2Plugin::restore(LV2_State_Retrieve_Function retrieve, LV2_St
     if (found.bindings && _midi_mgr)
     {
         Lv2BindingRecord::apply(*found.bindings, *_midi_mgr);
+        _learn_link.bindings_changed();
     }
     if (found.program)
     {
-        _bank.set_program(0, *found.program);
+        use_bank_to_edit().set_program(0, *found.program);
         select_program();
     }
     return status;

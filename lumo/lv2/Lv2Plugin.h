@@ -1,12 +1,9 @@
 #pragma once
 
-#include "basic/LockFreeBuffer.h"
-#include "lumo/BankManager.h"
-#include "lumo/ParamPriorityList.h"
 #include "lumo/ParamReorder.h"
-#include "lumo/PluginCmdInterface.h"
-#include "lumo/ProgramValueStore.h"
+#include "lumo/PluginCmdMixin.h"
 #include "lumo/lv2/Lv2ControlPort.h"
+#include "lumo/lv2/Lv2LearnLink.h"
 #include "lumo/lv2/Lv2Log.h"
 #include "lumo/lv2/Lv2PortLayout.h"
 #include "lumo/lv2/Lv2State.h"
@@ -36,11 +33,11 @@ struct Lv2PluginRecipe;
 
 // The LV2 host adapter: builds the audio side as the VST 2 entry does, turns
 // the host's ports into calls on it (control changes as host automation,
-// MIDI and the host's tempo at their frames), arbitrates every parameter
-// change by priority, keeps the current program and saves it with the MIDI
-// bindings as the plug-in's state. It asks the host for nothing: without the
-// URID map its atom ports are simply left alone.
-class Lv2Plugin : public PluginCmdInterface
+// MIDI and the host's tempo at their frames), keeps the current program
+// (parameter changes are arbitrated by the framework's command core) and
+// saves it with the MIDI bindings as the plug-in's state. It asks the host
+// for nothing: without the URID map its atom ports are simply left alone.
+class Lv2Plugin : public PluginCmdMixin
 {
 public:
     // What the host offers; either may be null.
@@ -71,17 +68,12 @@ public:
     LV2_State_Status save(LV2_State_Store_Function store, LV2_State_Handle handle);
     LV2_State_Status restore(LV2_State_Retrieve_Function retrieve, LV2_State_Handle handle);
 
-    // PluginCmdInterface.
-    bool is_free(int index, int level) override;
-    bool take(int index, int level) override;
-    void release(int index, int level) override;
-    bool set_param(int index, float value, int level) override;
+    // PluginCmdInterface: the host follows its own control ports, so what is
+    // left to tell is the MIDI echo.
     void report_param(int index, float value) override;
-    bool set_and_report_param(int index, float value, int level) override;
-    void set_program(const ProgramSlot& program, int level, bool release_after, bool report_to_host) override;
 
     // Services for the host service object.
-    MidiMgr* use_midi_mgr() const { return _midi_mgr.get(); }
+    MidiMgr* use_midi_mgr() const override { return _midi_mgr.get(); }
     MidiDevSelDispatcher* use_midi_dispatcher() const { return _midi_dispatcher.get(); }
     ParamReorder& use_param_reorder() { return _reorder; }
     bool is_input_connected(int port, int channel) const;
@@ -89,10 +81,11 @@ public:
     // Once the host has sent a tempo it is taken to always have one.
     bool has_host_tempo() const { return _host_tempo_seen.load(std::memory_order_acquire); }
     double get_host_tempo() const { return _host_tempo.load(std::memory_order_relaxed); }
-    void publish_bank(const BankManager& bank);
     std::string get_store_path() const { return _store_path; }
 
 private:
+    Lv2Plugin(std::unique_ptr<DspInterface> dsp, const Lv2PluginRecipe& recipe, double rate,
+              const std::string& bundle_path, const Features& features);
     void create_midi(MidiReceiverInterface* receiver);
     void init_midi();
     void close_midi();
@@ -109,13 +102,10 @@ private:
     std::unique_ptr<DspInterface> _dsp;
     Lv2PortLayout _layout;
     Lv2Urids _urids;
+    Lv2LearnLink _learn_link;
     Lv2Log _log;
     Lv2State _state;
     std::string _store_path;
-    BankManager _bank;
-    basic::LockFreeBuffer<BankManager> _bank_buffer;
-    ParamPriorityList _priorities;
-    ProgramValueStore _program_values;
     ParamReorder _reorder;
     std::vector<Lv2ControlPort> _controls;
     std::unique_ptr<MidiMgr> _midi_mgr;

@@ -27,6 +27,7 @@ const char* const prefixes =
     "@prefix rdfs:  <http://www.w3.org/2000/01/rdf-schema#> .\n"
     "@prefix state: <http://lv2plug.in/ns/ext/state#> .\n"
     "@prefix time:  <http://lv2plug.in/ns/ext/time#> .\n"
+    "@prefix ui:    <http://lv2plug.in/ns/extensions/ui#> .\n"
     "@prefix units: <http://lv2plug.in/ns/extensions/units#> .\n"
     "@prefix urid:  <http://lv2plug.in/ns/ext/urid#> .\n\n";
 
@@ -68,19 +69,27 @@ std::string plugin_text(Lv2Plugin& plugin, const char* key)
 }  // namespace
 
 Lv2TurtleWriter::Lv2TurtleWriter(const Lv2PluginRecipe& recipe, Lv2Plugin& plugin, std::string binary,
-                                 std::string description)
-    : _recipe(recipe), _plugin(plugin), _binary(std::move(binary)), _description(std::move(description))
+                                 std::string description, Ui ui)
+    : _recipe(recipe), _plugin(plugin), _binary(std::move(binary)), _description(std::move(description)),
+      _ui(std::move(ui))
 {
 }
 
 std::string Lv2TurtleWriter::write_manifest() const
 {
-    return std::string("@prefix lv2:  <http://lv2plug.in/ns/lv2core#> .\n"
-                       "@prefix rdfs: <http://www.w3.org/2000/01/rdf-schema#> .\n\n")
-         + "<" + _recipe.uri + ">\n"
-         + "    a lv2:Plugin ;\n"
-         + "    lv2:binary <" + _binary + "> ;\n"
-         + "    rdfs:seeAlso <" + _description + "> .\n";
+    std::string out = std::string("@prefix lv2:  <http://lv2plug.in/ns/lv2core#> .\n"
+                                  "@prefix rdfs: <http://www.w3.org/2000/01/rdf-schema#> .\n"
+                                  "@prefix ui:   <http://lv2plug.in/ns/extensions/ui#> .\n\n")
+                    + "<" + _recipe.uri + ">\n"
+                    + "    a lv2:Plugin ;\n"
+                    + "    lv2:binary <" + _binary + "> ;\n"
+                    + "    rdfs:seeAlso <" + _description + "> .\n";
+    if (!_ui.uri.empty())
+    {
+        out += "\n<" + _ui.uri + ">\n    a ui:X11UI ;\n    lv2:binary <" + _ui.binary + "> ;\n    rdfs:seeAlso <"
+             + _description + "> .\n";
+    }
+    return out;
 }
 
 std::string Lv2TurtleWriter::write_description() const
@@ -104,11 +113,16 @@ std::string Lv2TurtleWriter::write_description() const
     // Nothing is required: hosts that offer no map still run the audio.
     out += "    lv2:optionalFeature lv2:hardRTCapable, urid:map, log:log ;\n";
     out += "    lv2:extensionData state:interface ;\n";
+    if (!_ui.uri.empty())
+    {
+        out += "    ui:ui <" + _ui.uri + "> ;\n";
+    }
     write_ports(out);
     // The maintainer belongs to the project, which hosts show as the author.
     out += std::string("\n<") + _recipe.uri + "#project>\n    a doap:Project ;\n    doap:name " + name
          + " ;\n    doap:maintainer [ a foaf:Person ; foaf:name "
          + quoted(plugin_text(_plugin, setting_key::manufacturer)) + " ] .\n";
+    write_ui(out);
     return out;
 }
 
@@ -144,12 +158,14 @@ void Lv2TurtleWriter::write_ports(std::string& out) const
         write_control(out, i);
         out += "\n    ]";
     }
-    // MIDI and the host's transport in, MIDI out: both may stay unconnected.
+    // MIDI and the host's transport in, MIDI out, and the editor's learn
+    // messages both ways: both may stay unconnected.
     begin("atom:AtomPort, lv2:InputPort", layout.get_atom_in(), "control", "Control");
-    out += " ;\n        atom:bufferType atom:Sequence ;\n        atom:supports midi:MidiEvent, time:Position ;\n"
+    out += " ;\n        atom:bufferType atom:Sequence ;\n"
+           "        atom:supports atom:Object, midi:MidiEvent, time:Position ;\n"
            "        lv2:designation lv2:control ;\n        lv2:portProperty lv2:connectionOptional\n    ]";
     begin("atom:AtomPort, lv2:OutputPort", layout.get_atom_out(), "notify", "Notify");
-    out += " ;\n        atom:bufferType atom:Sequence ;\n        atom:supports midi:MidiEvent ;\n"
+    out += " ;\n        atom:bufferType atom:Sequence ;\n        atom:supports atom:Object, midi:MidiEvent ;\n"
            "        lv2:designation lv2:control ;\n        lv2:portProperty lv2:connectionOptional\n    ] .\n";
 }
 
@@ -173,6 +189,24 @@ void Lv2TurtleWriter::write_control(std::string& out, int index) const
         out += sep + "[ rdfs:label " + quoted(label.text) + " ; rdf:value " + number(label.value) + " ]";
         sep = " , ";
     }
+}
+
+// The editor lives in the host's window and on its idle calls; it sizes
+// itself once, by the user's zoom, and hears of the learned MIDI bindings on
+// the notify port.
+void Lv2TurtleWriter::write_ui(std::string& out) const
+{
+    if (_ui.uri.empty())
+    {
+        return;
+    }
+    out += "\n<" + _ui.uri + ">\n    a ui:X11UI ;\n"
+         + "    lv2:requiredFeature ui:idleInterface, ui:parent ;\n"
+         + "    lv2:optionalFeature log:log, ui:noUserResize, ui:resize, ui:touch, urid:map ;\n"
+         + "    lv2:extensionData ui:idleInterface ;\n"
+         + "    ui:portNotification [\n        ui:plugin <" + _recipe.uri + "> ;\n        ui:portIndex "
+         + std::to_string(_plugin.use_layout().get_atom_out())
+         + " ;\n        ui:protocol atom:eventTransfer\n    ] .\n";
 }
 
 }  // namespace lumo

@@ -1,5 +1,6 @@
 #include "lumo/lv2/Lv2Urids.h"
 
+#include "lumo/lv2/Lv2LearnKeys.h"
 #include "lumo/lv2/Lv2StateKeys.h"
 
 #include <lv2/atom/atom.h>
@@ -35,6 +36,15 @@ void Lv2Urids::map_all(const LV2_URID_Map* map, const std::string& plugin_uri)
     log_warning = id(LV2_LOG__Warning);
     state_program = id(plugin_uri + lv2_state_key::program);
     state_bindings = id(plugin_uri + lv2_state_key::midi_bindings);
+    atom_event_transfer = id(LV2_ATOM__eventTransfer);
+    learn_start = id(plugin_uri + lv2_learn_key::learn_start);
+    learn_cancel = id(plugin_uri + lv2_learn_key::learn_cancel);
+    learn_forget = id(plugin_uri + lv2_learn_key::learn_forget);
+    bindings_get = id(plugin_uri + lv2_learn_key::bindings_get);
+    bindings = id(plugin_uri + lv2_learn_key::bindings);
+    learn_parameter = id(plugin_uri + lv2_learn_key::parameter);
+    pending_learn = id(plugin_uri + lv2_learn_key::pending_learn);
+    learn_count = id(plugin_uri + lv2_learn_key::learn_count);
 }
 
 }  // namespace lumo

@@ -13,7 +13,8 @@ namespace lumo
 // out: nothing the host sends matches, and the atom ports are left alone.
 struct Lv2Urids
 {
-    // Maps every URI; keys of the plug-in's state live below its own URI.
+    // Maps every URI; keys of the plug-in's state and of its messages live
+    // below its own URI.
     void map_all(const LV2_URID_Map* map, const std::string& plugin_uri);
     bool is_mapped() const { return atom_sequence != 0; }
 
@@ -33,6 +34,17 @@ struct Lv2Urids
     std::uint32_t log_warning = 0;
     std::uint32_t state_program = 0;
     std::uint32_t state_bindings = 0;
+    // The editor's port writes and notifications of atoms.
+    std::uint32_t atom_event_transfer = 0;
+    // The MIDI learn conversation with the editor (Lv2LearnKeys).
+    std::uint32_t learn_start = 0;
+    std::uint32_t learn_cancel = 0;
+    std::uint32_t learn_forget = 0;
+    std::uint32_t bindings_get = 0;
+    std::uint32_t bindings = 0;
+    std::uint32_t learn_parameter = 0;
+    std::uint32_t pending_learn = 0;
+    std::uint32_t learn_count = 0;
 };
 
 }  // namespace lumo

@@ -51,6 +51,9 @@ public:
     // compares it with the count at arming to tell a completed learn from one
     // still waiting, even when the same controller is learnt again.
     std::uint32_t get_learn_count() const { return _learn_count.load(std::memory_order_acquire); }
+    // For a manager that follows another one, whose learns happen elsewhere
+    // (the audio side of an editor that runs in a process of its own).
+    void set_learn_count(std::uint32_t count) { _learn_count.store(count, std::memory_order_release); }
 
     // MIDI echo of a parameter change: 0 sent, -1 not taken, -2 no controller.
     int send_param(int channel, int param_index, float value);

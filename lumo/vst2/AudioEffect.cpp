@@ -1,5 +1,6 @@
 #include "lumo/vst2/AudioEffect.h"
 
+#include "lumo/HostCallGuard.h"
 #include "lumo/vst2/AEffEditor.h"
 #include "sys/FpuModeGuard.h"
 
@@ -23,26 +24,10 @@ void clear_text(char* text)
     }
 }
 
-// Runs one call from the host with our floating-point modes, and stops every
-// exception at the boundary: a host must never see one. Without a plug-in
-// object, or when the call fails, the host gets the neutral answer.
 template <class Result, class Call>
 Result guarded(vst2::AEffect* e, sys::FpuModeGuard::Denormals denormals, Result neutral, Call call)
 {
-    AudioEffect* self = AudioEffect::from_aeffect(e);
-    if (self == nullptr)
-    {
-        return neutral;
-    }
-    sys::FpuModeGuard guard(denormals);
-    try
-    {
-        return call(*self);
-    }
-    catch (...)
-    {
-        return neutral;
-    }
+    return call_from_host(AudioEffect::from_aeffect(e), denormals, neutral, call);
 }
 
 constexpr auto keep = sys::FpuModeGuard::Denormals::keep;

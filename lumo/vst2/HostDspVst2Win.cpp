@@ -18,6 +18,12 @@ const vst2::TimeInfo* ask_time(Vst2Plugin& adapter, std::int32_t mask)
 
 }  // namespace
 
+void HostDspVst2Win::set_adapter(Vst2Plugin* adapter)
+{
+    _adapter = adapter;
+    set_cmd(adapter);
+}
+
 double HostDspVst2Win::get_setting_num(const char* key)
 {
     if (_adapter == nullptr)
@@ -110,26 +116,6 @@ basic::SettingClientInterface* HostDspVst2Win::use_midi_setting_client()
     return use_midi_mgr();
 }
 
-bool HostDspVst2Win::is_free(int index, int level)
-{
-    return _adapter->is_free(index, level);
-}
-
-bool HostDspVst2Win::take(int index, int level)
-{
-    return _adapter->take(index, level);
-}
-
-void HostDspVst2Win::release(int index, int level)
-{
-    _adapter->release(index, level);
-}
-
-bool HostDspVst2Win::set_and_report_param(int index, float value, int level)
-{
-    return _adapter->set_and_report_param(index, value, level);
-}
-
 void HostDspVst2Win::report_param(int index, float value)
 {
     _adapter->report_param(index, value);
@@ -138,11 +124,6 @@ void HostDspVst2Win::report_param(int index, float value)
 bool HostDspVst2Win::set_param(int index, float value, int level)
 {
     return _adapter->set_param(index, value, level);
-}
-
-void HostDspVst2Win::set_program(const ProgramSlot& program, int level)
-{
-    _adapter->set_program(program, level, false, true);
 }
 
 ParamReorder& HostDspVst2Win::use_param_reorder()

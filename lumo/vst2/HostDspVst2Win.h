@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lumo/HostCmdMixin.h"
 #include "lumo/HostDspInterface.h"
 
 #include <atomic>
@@ -11,10 +12,10 @@ class Vst2Plugin;
 
 // The audio side's services, answered from the VST 2 host or forwarded to the
 // adapter's parameter commands and bank hand-over.
-class HostDspVst2Win : public HostDspInterface
+class HostDspVst2Win : public HostCmdMixin<HostDspInterface>
 {
 public:
-    void set_adapter(Vst2Plugin* adapter) { _adapter = adapter; }
+    void set_adapter(Vst2Plugin* adapter);
 
     int get_reserved() override { return 0; }
     double get_setting_num(const char* key) override;
@@ -24,13 +25,8 @@ public:
     MidiMgr* use_midi_mgr() override;
     basic::SettingClientInterface* use_midi_setting_client() override;
 
-    bool is_free(int index, int level) override;
-    bool take(int index, int level) override;
-    void release(int index, int level) override;
-    bool set_and_report_param(int index, float value, int level) override;
     void report_param(int index, float value) override;
     bool set_param(int index, float value, int level) override;
-    void set_program(const ProgramSlot& program, int level) override;
 
     ParamReorder& use_param_reorder() override;
     void publish_bank(const BankManager& bank) override;

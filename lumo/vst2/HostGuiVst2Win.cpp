@@ -8,6 +8,12 @@
 namespace lumo
 {
 
+void HostGuiVst2Win::set_adapter(Vst2Plugin* adapter)
+{
+    _adapter = adapter;
+    set_cmd(adapter);
+}
+
 double HostGuiVst2Win::get_setting_num(const char* key)
 {
     if (_adapter == nullptr || !is_setting_key(key, setting_key::can_resize_window))
@@ -29,31 +35,6 @@ std::string HostGuiVst2Win::get_setting_str(const char* key)
         return "VST is a trademark of Steinberg Media AG.\nhttps://www.steinberg.net";
     }
     return std::string();
-}
-
-bool HostGuiVst2Win::is_free(int index, int level)
-{
-    return _adapter->is_free(index, level);
-}
-
-bool HostGuiVst2Win::take(int index, int level)
-{
-    return _adapter->take(index, level);
-}
-
-void HostGuiVst2Win::release(int index, int level)
-{
-    _adapter->release(index, level);
-}
-
-bool HostGuiVst2Win::set_and_report_param(int index, float value, int level)
-{
-    return _adapter->set_and_report_param(index, value, level);
-}
-
-void HostGuiVst2Win::set_program(const ProgramSlot& program, int level)
-{
-    _adapter->set_program(program, level, false, true);
 }
 
 void HostGuiVst2Win::publish_bank(const BankManager& bank)

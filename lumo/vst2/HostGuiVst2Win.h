@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lumo/HostCmdMixin.h"
 #include "lumo/HostGuiInterface.h"
 
 namespace lumo
@@ -8,20 +9,15 @@ namespace lumo
 class Vst2Plugin;
 
 // The editor's services, answered from the VST 2 host or forwarded to the adapter.
-class HostGuiVst2Win : public HostGuiInterface
+class HostGuiVst2Win : public HostCmdMixin<HostGuiInterface>
 {
 public:
-    void set_adapter(Vst2Plugin* adapter) { _adapter = adapter; }
+    void set_adapter(Vst2Plugin* adapter);
 
     void on_reserved() override {}
     double get_setting_num(const char* key) override;
     std::string get_setting_str(const char* key) override;
 
-    bool is_free(int index, int level) override;
-    bool take(int index, int level) override;
-    void release(int index, int level) override;
-    bool set_and_report_param(int index, float value, int level) override;
-    void set_program(const ProgramSlot& program, int level) override;
     void publish_bank(const BankManager& bank) override;
 
     int resize_window(int width, int height) override;

@@ -16,7 +16,6 @@
 #include "lumo/vst2/StorePath.h"
 #include "lumo/vst2/Vst2MidiDevSelComp.h"
 #include "sys/ModulePath.h"
-#include "sys/Clock.h"
 
 #include <algorithm>
 #include <cmath>
@@ -47,17 +46,14 @@ int host_param_count(const DspInterface& dsp)
 Vst2Plugin::Vst2Plugin(vst2::HostCallback host, DspInterface* dsp, GuiInterface* gui,
                        MidiReceiverInterface* midi_receiver, const BankManager& bank, std::int32_t unique_id)
     : AudioEffectX(host, bank.get_nbr_programs(), host_param_count(*dsp)),
-      _bank(bank),
+      PluginCmdMixin(*dsp, gui, bank),
       _dsp(dsp),
       _gui(gui),
       _midi_receiver(midi_receiver),
-      _gestures(dsp->get_nbr_param()),
-      _program_values(dsp->get_nbr_param())
+      _gestures(dsp->get_nbr_param())
 {
-    _bank_buffer.init_slots(bank);
     _bkg_task.reset(dsp->create_bkg_task());
     _reorder.setup(*dsp);
-    _priorities.resize(dsp->get_nbr_param());
     int next_pin = 0;
     _input_pins = assign_pins(*dsp, true, next_pin);
     set_nbr_inputs(next_pin);
@@ -141,7 +137,7 @@ void Vst2Plugin::init_step()
 {
     _dsp->init();
     const bool chunks = _dsp->get_setting_num(setting_key::force_chunk_storage) != 0.0
-                     || !_bank.use_program(0).use_extra_data().empty();
+                     || !use_bank().use_program(0).use_extra_data().empty();
     set_flag(vst2::effect_flags::program_chunks, chunks);
     if (_midi_mgr)
     {
@@ -183,38 +179,6 @@ void Vst2Plugin::close_step()
 
 // ---- Parameter commands -------------------------------------------------------
 
-bool Vst2Plugin::is_free(int index, int level)
-{
-    return _priorities.is_free(index, level);
-}
-
-bool Vst2Plugin::take(int index, int level)
-{
-    return _priorities.take(index, level);
-}
-
-void Vst2Plugin::release(int index, int level)
-{
-    _priorities.release(index, level);
-}
-
-bool Vst2Plugin::set_param(int index, float value, int level)
-{
-    if (!_priorities.take(index, level))
-    {
-        return false;
-    }
-    // Parameters change on many threads while the main thread reads the bank:
-    // the value goes to the store, which joins the bank on the main thread.
-    _program_values.store(index, value);
-    _dsp->use_param(index).set_norm_value(value);
-    if (_gui != nullptr)
-    {
-        _gui->param_changed(index, value, level);
-    }
-    return true;
-}
-
 void Vst2Plugin::report_param(int index, float value)
 {
     if (_dsp->get_setting_num(setting_key::hide_parameters) != 0.0 || _dsp->get_nbr_param() == 0)
@@ -226,11 +190,7 @@ void Vst2Plugin::report_param(int index, float value)
         _midi_mgr->send_param(0, index, value);
     }
     const int host_index = _reorder.get_host_index(index);
-    if (_gestures.try_open(index))
-    {
-        call_host(vst2::HostOp::begin_edit, host_index);
-        _gestures.commit_open(index);
-    }
+    _gestures.open(index, [&] { call_host(vst2::HostOp::begin_edit, host_index); });
     call_host(vst2::HostOp::automate, host_index, 0, nullptr, value);
     if (_gui == nullptr)
     {
@@ -238,69 +198,20 @@ void Vst2Plugin::report_param(int index, float value)
     }
 }
 
-bool Vst2Plugin::set_and_report_param(int index, float value, int level)
+void Vst2Plugin::report_program_value(int index, float value)
 {
-    const bool accepted = set_param(index, value, level);
-    if (accepted)
-    {
-        report_param(index, value);
-    }
-    return accepted;
+    call_host(vst2::HostOp::automate, _reorder.get_host_index(index), 0, nullptr, value);
 }
 
-void Vst2Plugin::set_program(const ProgramSlot& program, int level, bool release_after, bool report_to_host)
+void Vst2Plugin::end_program_change()
 {
-    const double now = sys::get_clock_s();
-    const int nbr_values = program.get_nbr_values();
-    _bank.set_program(get_current_index(), program);
-    _program_values.load(program);
-    _dsp->set_program_name(program.get_name());
-    _dsp->set_program_data(program);
-    const int n = std::min(nbr_values, _dsp->get_nbr_param());
-    for (int i = 0; i < n; ++i)
-    {
-        if (!_priorities.take_at(i, level, now))
-        {
-            continue;
-        }
-        const float v = _dsp->use_param(i).get_norm();
-        if (_gui != nullptr)
-        {
-            _gui->param_changed(i, v, level);
-        }
-        if (_midi_mgr)
-        {
-            _midi_mgr->send_param(0, i, v);
-        }
-        if (report_to_host)
-        {
-            call_host(vst2::HostOp::automate, _reorder.get_host_index(i), 0, nullptr, v);
-        }
-        if (release_after)
-        {
-            _priorities.release(i, level);
-        }
-    }
     call_host(vst2::HostOp::update_display);
 }
 
 void Vst2Plugin::close_free_gestures()
 {
-    for (;;)
-    {
-        const int index = _gestures.close_first(
-            [this](int i) { return _priorities.is_free(i, priority_level::gesture_end_test); });
-        if (index < 0)
-        {
-            return;
-        }
-        call_host(vst2::HostOp::end_edit, _reorder.get_host_index(index));
-    }
-}
-
-void Vst2Plugin::publish_bank(const BankManager& bank)
-{
-    _bank_buffer.publish(bank);
+    _gestures.close_all([this](int i) { return is_free(i, priority_level::gesture_end_test); },
+                        [this](int i) { call_host(vst2::HostOp::end_edit, _reorder.get_host_index(i)); });
 }
 
 std::string Vst2Plugin::get_store_path()
@@ -447,28 +358,17 @@ bool Vst2Plugin::get_parameter_properties(int index, vst2::ParameterProperties* 
 
 int Vst2Plugin::get_current_index() const
 {
-    return std::clamp(get_program_index(), 0, _bank.get_nbr_programs() - 1);
+    return std::clamp(get_program_index(), 0, use_bank().get_nbr_programs() - 1);
 }
 
 void Vst2Plugin::refresh_current_program()
 {
-    ProgramSlot program = _bank.use_program(get_current_index());
-    program.set_name(_dsp->get_program_name().c_str());
-    _dsp->get_program_data(program);
-    _bank.set_program(get_current_index(), program);
-    _program_values.load(program);
-}
-
-void Vst2Plugin::keep_program_values()
-{
-    ProgramSlot program = _bank.use_program(get_current_index());
-    _program_values.apply_to(program);
-    _bank.set_program(get_current_index(), program);
+    set_current_program(get_held_program());
 }
 
 void Vst2Plugin::set_program_index(int program)
 {
-    if (program < 0 || program >= _bank.get_nbr_programs())
+    if (program < 0 || program >= use_bank().get_nbr_programs())
     {
         return;
     }
@@ -479,47 +379,47 @@ void Vst2Plugin::set_program_index(int program)
 
 void Vst2Plugin::select_program(int program)
 {
-    if (program < 0 || program >= _bank.get_nbr_programs())
+    if (program < 0 || program >= use_bank().get_nbr_programs())
     {
         return;
     }
     AudioEffectX::set_program_index(program);
-    const ProgramSlot chosen = _bank.use_program(program);
+    const ProgramSlot chosen = use_bank().use_program(program);
     set_program(chosen, priority_level::program, true, false);
 }
 
 void Vst2Plugin::set_program_name(const char* name)
 {
-    _bank.set_program_name(get_current_index(), name);
-    _dsp->set_program_name(_bank.use_program(get_current_index()).get_name());
+    use_bank_to_edit().set_program_name(get_current_index(), name);
+    _dsp->set_program_name(use_bank().use_program(get_current_index()).get_name());
 }
 
 void Vst2Plugin::get_program_name(char* name)
 {
     if (name != nullptr)
     {
-        copy_text(name, short_text, _bank.use_program(get_current_index()).get_name().c_str());
+        copy_text(name, short_text, use_bank().use_program(get_current_index()).get_name().c_str());
     }
 }
 
 bool Vst2Plugin::get_program_name_indexed(int /*category*/, int index, char* text)
 {
-    if (index < 0 || index >= _bank.get_nbr_programs() || text == nullptr)
+    if (index < 0 || index >= use_bank().get_nbr_programs() || text == nullptr)
     {
         return false;
     }
-    copy_text(text, long_text, _bank.use_program(index).get_name().c_str());
+    copy_text(text, long_text, use_bank().use_program(index).get_name().c_str());
     return true;
 }
 
 bool Vst2Plugin::copy_program(int destination)
 {
-    if (destination < 0 || destination >= _bank.get_nbr_programs())
+    if (destination < 0 || destination >= use_bank().get_nbr_programs())
     {
         return false;
     }
     keep_program_values();
-    return _bank.set_program(destination, _bank.use_program(get_current_index())) == 0;
+    return use_bank_to_edit().set_program(destination, use_bank().use_program(get_current_index())) == 0;
 }
 
 int Vst2Plugin::get_chunk(void** data, bool is_preset)
@@ -530,10 +430,10 @@ int Vst2Plugin::get_chunk(void** data, bool is_preset)
     }
     *data = nullptr;
     refresh_current_program();
-    const basic::SerializableInterface* source = &_bank;
+    const basic::SerializableInterface* source = &use_bank();
     if (is_preset)
     {
-        source = &_bank.use_program(get_current_index());
+        source = &use_bank().use_program(get_current_index());
     }
     else if (const basic::SerializableInterface* serializer = _dsp->use_chunk_serializer())
     {
@@ -563,8 +463,8 @@ int Vst2Plugin::set_chunk(void* data, int byte_size, bool is_preset)
     const auto count = static_cast<std::size_t>(byte_size);
     if (is_preset)
     {
-        ProgramSlot program = _bank.use_program(get_current_index());
-        if (program.read(bytes, count) != 0 || _bank.set_program(get_current_index(), program) != 0)
+        ProgramSlot program = use_bank().use_program(get_current_index());
+        if (program.read(bytes, count) != 0 || use_bank_to_edit().set_program(get_current_index(), program) != 0)
         {
             return 0;
         }
@@ -577,7 +477,7 @@ int Vst2Plugin::set_chunk(void* data, int byte_size, bool is_preset)
         }
         refresh_current_program();
     }
-    else if (_bank.read(bytes, count) != 0)
+    else if (use_bank_to_edit().read(bytes, count) != 0)
     {
         return 0;
     }
@@ -630,10 +530,7 @@ std::vector<int> Vst2Plugin::get_automation_priorities()
 
 void Vst2Plugin::begin_block()
 {
-    if (_bank_buffer.is_pending())
-    {
-        _dsp->take_bank(_bank_buffer);
-    }
+    take_published_bank();
     TimeInfoRequest request;
     request.want_tempo = true;
     if (HostDspInterface* host = _dsp->use_host())

@@ -1,14 +1,10 @@
 #pragma once
 
-#include "basic/LockFreeBuffer.h"
 #include "lumo/AutomationLimit.h"
-#include "lumo/BankManager.h"
-#include "lumo/ParamPriorityList.h"
+#include "lumo/GestureQueue.h"
 #include "lumo/ParamReorder.h"
-#include "lumo/ProgramValueStore.h"
-#include "lumo/PluginCmdInterface.h"
+#include "lumo/PluginCmdMixin.h"
 #include "lumo/vst2/AudioEffectX.h"
-#include "lumo/vst2/GestureQueue.h"
 
 #include <array>
 #include <cstdint>
@@ -29,11 +25,11 @@ class Vst2MidiDevSelComp;
 class NormalizedParamInterface;
 
 // The VST 2 host adapter: translates the host's requests into calls on the
-// audio side and the editor, arbitrates every parameter change by priority,
-// keeps the program bank, assigns host pins to the effect's ports, follows the
-// host tempo and brackets the plug-in's own parameter changes with the host's
-// edit gestures.
-class Vst2Plugin : public AudioEffectX, public PluginCmdInterface
+// audio side and the editor, keeps the program bank (parameter changes are
+// arbitrated by the framework's command core), assigns host pins to the
+// effect's ports, follows the host tempo and brackets the plug-in's own
+// parameter changes with the host's edit gestures.
+class Vst2Plugin : public AudioEffectX, public PluginCmdMixin
 {
 public:
     // Owns the audio side's background task; dsp and gui (may be null) only
@@ -60,14 +56,9 @@ public:
     void set_registry_path(const std::string& path) { _registry_path = path; }
     const std::string& get_registry_path() const { return _registry_path; }
 
-    // PluginCmdInterface.
-    bool is_free(int index, int level) override;
-    bool take(int index, int level) override;
-    void release(int index, int level) override;
-    bool set_param(int index, float value, int level) override;
+    // PluginCmdInterface: the host hears of the change as automation, inside
+    // an edit gesture.
     void report_param(int index, float value) override;
-    bool set_and_report_param(int index, float value, int level) override;
-    void set_program(const ProgramSlot& program, int level, bool release_after, bool report_to_host) override;
 
     // Closes every open host edit gesture whose parameter is free again. Run by
     // the background thread, or by the host's idle call.
@@ -76,18 +67,16 @@ public:
     // Services for the host service objects.
     DspInterface* use_dsp() const { return _dsp; }
     GuiInterface* use_gui() const { return _gui; }
-    MidiMgr* use_midi_mgr() const { return _midi_mgr.get(); }
+    MidiMgr* use_midi_mgr() const override { return _midi_mgr.get(); }
     MidiDevSelDispatcher* use_midi_dispatcher() const { return _midi_dispatcher.get(); }
     Vst2MidiDevSelComp* use_vst2_midi_ports() const { return _vst2_midi_ports.get(); }
     // Hands a list of MIDI events to the host (audio thread).
     void send_vst_events_to_host(vst2::Events* events);
     ParamReorder& use_param_reorder() { return _reorder; }
     BkgInterface* use_bkg_task() const { return _bkg_task.get(); }
-    void publish_bank(const BankManager& bank);
     int get_input_pin(int port, int channel) const;
     int get_output_pin(int port, int channel) const;
     const GestureQueue& use_gestures() const { return _gestures; }
-    const BankManager& use_bank() const { return _bank; }
     int get_automation_limit() const { return _automation_limit.get_limit(); }
     std::string get_store_path();
     // The audio side's background task; the Windows adapter runs it.
@@ -137,6 +126,10 @@ protected:
     void begin_block();
     // Tempo changes for the editor; the Windows adapter hands them to its editor host.
     virtual void post_tempo(float bpm);
+    // PluginCmdMixin.
+    int get_current_index() const override;
+    void report_program_value(int index, float value) override;
+    void end_program_change() override;
 
 private:
     using PinMap = std::vector<std::array<int, 2>>;
@@ -148,9 +141,6 @@ private:
     // Captures the audio side's name and values into the current program
     // (a chunk carries what the audio side holds).
     void refresh_current_program();
-    // Writes the values parameter changes stored into the current program.
-    void keep_program_values();
-    int get_current_index() const;
     void render(float** inputs, float** outputs, int frames, bool adding);
     void write_silence(float** outputs, int frames) const;
     std::vector<int> get_automation_priorities();
@@ -158,9 +148,6 @@ private:
     void init_midi();
     void close_midi();
 
-    BankManager _bank;
-    basic::LockFreeBuffer<BankManager> _bank_buffer;
-    ParamPriorityList _priorities;
     DspInterface* _dsp;
     GuiInterface* _gui;
     MidiReceiverInterface* _midi_receiver;
@@ -176,7 +163,6 @@ private:
     ParamReorder _reorder;
     std::vector<std::uint8_t> _chunk;
     GestureQueue _gestures;
-    ProgramValueStore _program_values;
     bool _owns_sides = false;
 };
 

@@ -63,10 +63,12 @@ set(zq_agree "the 32-bit and the 64-bit run agree on [0-9]+ files")
 zq_twin_e2e(demo "rendered 352800 frames.*\n${zq_agree}"
   ARGS render @PLUGIN@ -o demo.wav --length 8 --set Gauloises=70 --set Oignons=55 --set Bof=40
        --set "Vin Rouge=35")
-# The chaotic settings ("Nuclear Power" on) are compared as sound, once a
-# comparison of two WAV files by level, spectrum and stutter grid exists:
-# name it in ZQ_SOUND_COMPARE (a program taking A.wav B.wav, exit 0 when alike).
-set(ZQ_SOUND_COMPARE "" CACHE STRING "Program comparing two WAV files as sound (A.wav B.wav)")
+# The chaotic settings ("Nuclear Power" on) are compared as sound (level,
+# third-octave spectrum and stutter grid) by the native host tool, which the
+# test script builds before this one; ZQ_SOUND_COMPARE names another program
+# taking A.wav B.wav (exit 0 when alike), or nothing to leave the run out.
+set(ZQ_SOUND_COMPARE "${ZQ_ROOT}/build/native/tools/vsthost/vsthost compare" CACHE STRING
+    "Program comparing two WAV files as sound (A.wav B.wav)")
 if(ZQ_SOUND_COMPARE)
   zq_twin_e2e(demo_nuclear "rendered 352800 frames.*\n${zq_agree}"
     TWIN_OPTIONS --wav-compare ${ZQ_SOUND_COMPARE}

@@ -1,16 +1,20 @@
 #include "lumo/EditorZoom.h"
 
 #include "sys/PersistentKeyList.h"
+#include "tests/basic/ScratchDir.h"
+#include "tests/sys/ScratchKeys.h"
 
 #include <gtest/gtest.h>
 
 namespace
 {
 
-// The test program's key store is a scratch one.
 TEST(EditorZoom, TheUsersZoomIsTakenOtherTextsGiveOneAndStayAsWritten)
 {
-    const std::string plugin = "ZoomTest";
+    // A plug-in name of its own for each run: under wine the key store is the
+    // prefix's registry, which outlives the test program.
+    const std::string plugin = "ZoomTest " + zq_test::ScratchDir::make_unique_suffix();
+    zq_test::ScratchKeys::add("Velnor/" + plugin);
     // A plug-in whose key does not exist yet.
     EXPECT_EQ(lumo::EditorZoom::read(plugin), 1);
     sys::PersistentKeyList key("Velnor/" + plugin, false);

@@ -1,8 +1,10 @@
-// The loop filter against a plain model written from its formulas, one
-// oversampled sample at a time. The filter regroups its arithmetic for speed,
-// and its nonlinear path (fold, quantiser, saturation, guards) is chaotic at
-// strong resonance, so the model starts every sample from the filter's own
-// state and both must then agree to within float rounding.
+// The loop filter against a plain model written from its formulas. The filter
+// regroups its arithmetic for speed, and its nonlinear path (fold, quantiser,
+// saturation, guards) is chaotic at strong resonance: started from the same
+// state, one sample of both agrees to within float rounding; run on their own,
+// they agree for a while and then part, and from there on they must still
+// sound the same, while a filter built wrong must not.
+#include "tools/soundcheck/SoundComparison.h"
 #include "zarquette/BeretFilter.h"
 
 #include <gtest/gtest.h>
@@ -10,6 +12,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <functional>
+#include <vector>
 
 namespace
 {
@@ -27,18 +31,29 @@ struct Setting
     float level;  // input peak
 };
 
+// Ways to build the filter wrong, for the model to show that the comparison of
+// sound hears them.
+enum class Fault
+{
+    none,
+    resonance_up,   // the resonance 10 % high
+    stage_dropped,  // three stages instead of four
+    octave_down,    // the cutoff an octave low
+};
+
 // The filter of the loop written out as plainly as possible.
 class FilterModel
 {
 public:
-    explicit FilterModel(const Setting& s) : _q(s.resonance), _drive(s.drive)
+    explicit FilterModel(const Setting& s, Fault fault = Fault::none)
+        : _q(fault == Fault::resonance_up ? 1.1f * s.resonance : s.resonance), _drive(s.drive), _fault(fault)
     {
-        const double w = s.cutoff / static_cast<double>(kRate);
+        const double w = s.cutoff / static_cast<double>(kRate) * (fault == Fault::octave_down ? 0.5 : 1.0);
         const double c = 1.0 / std::tan(kPi * w);
         _b = static_cast<float>(1.0 / (1.0 + c));
         _a = static_cast<float>((1.0 - c) / (1.0 + c));
-        _k = static_cast<float>(s.resonance * 11.0 / (((w * 8.0 + 5.0) * w + 6.0) * w + 2.0));
-        _out_gain = static_cast<float>(((w - 0.25) * (w - 0.25) * 24.0 + 0.5) * s.resonance + (1.0 - s.resonance));
+        _k = static_cast<float>(_q * 11.0 / (((w * 8.0 + 5.0) * w + 6.0) * w + 2.0));
+        _out_gain = static_cast<float>(((w - 0.25) * (w - 0.25) * 24.0 + 0.5) * _q + (1.0 - _q));
         _step = std::max(s.drive, 1.0f / 1024.0f);
         _mix = (1.0f - (1.0f - s.drive) * (1.0f - s.drive) * (1.0f - s.drive)) * 1.5f;
     }
@@ -55,7 +70,7 @@ public:
         const float s1n = _b * (u + st.u_prev) - _a * g(st.s1);
         const float s2n = _b * (s1n + g(st.s1)) - _a * g(st.s2);
         const float s3n = _b * (s2n + g(st.s2)) - _a * g(s3);
-        const float s4n = _b * (s3n + g(s3)) - _a * g(st.s4);
+        const float s4n = _fault == Fault::stage_dropped ? s3n : _b * (s3n + g(s3)) - _a * g(st.s4);
         st = {u, s1n, s2n, s3n, s4n};
         return s4n * _out_gain;
     }
@@ -69,6 +84,7 @@ private:
 
     float _q;
     float _drive;
+    Fault _fault;
     float _a;
     float _b;
     float _k;
@@ -89,22 +105,44 @@ struct Comparison
     float largest_state = 0.0f;
 };
 
-// A saw with a little noise, loud enough to drive the nonlinearities.
-Comparison compare(const Setting& s, int samples)
+BeretFilter make_filter(const Setting& s)
 {
     BeretFilter filter;
     filter.set_sample_freq(kRate);
     filter.set_cutoff(s.cutoff);
     filter.set_resonance(s.resonance);
     filter.set_drive(s.drive);
+    return filter;
+}
+
+// A saw with a little noise, loud enough to drive the nonlinearities.
+class Saw
+{
+public:
+    explicit Saw(float level) : _level(level) {}
+
+    float next()
+    {
+        _noise = _noise * 1664525u + 1013904223u;
+        const float white = static_cast<float>(_noise >> 8) * (1.0f / 16777216.0f) - 0.5f;
+        return _level * (static_cast<float>(_t++ % 401) / 200.0f - 1.0f + 0.1f * white);
+    }
+
+private:
+    float _level;
+    std::uint32_t _noise = 7u;
+    int _t = 0;
+};
+
+Comparison compare(const Setting& s, int samples)
+{
+    BeretFilter filter = make_filter(s);
     const FilterModel model(s);
     Comparison result;
-    std::uint32_t noise = 7u;
+    Saw saw(s.level);
     for (int i = 0; i < samples; ++i)
     {
-        noise = noise * 1664525u + 1013904223u;
-        const float white = static_cast<float>(noise >> 8) * (1.0f / 16777216.0f) - 0.5f;
-        const float in = s.level * (static_cast<float>(i % 401) / 200.0f - 1.0f + 0.1f * white);
+        const float in = saw.next();
         BeretFilter::State want = filter.get_state();
         const float want_out = model.step(want, in);
         const float got_out = filter.process(in);
@@ -150,6 +188,74 @@ TEST(BeretFilterModel, SelfOscillationPastFourIsLeftAlone)
     const Comparison c = compare(s, 40000);
     EXPECT_GT(c.largest_state, 4.0f);
     EXPECT_EQ(c.mismatches, 0);
+}
+
+// A self-oscillating, quantising setting: run on their own from a reset, the
+// two agree to float rounding at first and stay close for a thousand samples
+// before the chaos parts them.
+const Setting kSelfOscillating = {2000.0f, 0.9f, 0.5f, 1.0f};
+
+TEST(BeretFilterModel, OnTheirOwnTheyAgreeAtFirstAndStayCloseForAThousandSamples)
+{
+    BeretFilter filter = make_filter(kSelfOscillating);
+    const FilterModel model(kSelfOscillating);
+    BeretFilter::State state{0.0f, 0.0f, 0.0f, 0.0f, 0.0f};
+    Saw saw(kSelfOscillating.level);
+    for (int i = 0; i < 1000; ++i)
+    {
+        const float in = saw.next();
+        const float want = model.step(state, in);
+        const float got = filter.process(in);
+        if (i < 16)
+        {
+            ASSERT_TRUE(near(got, want)) << "sample " << i << ": " << got << " vs " << want;
+        }
+        ASSERT_NEAR(got, want, 1e-4f) << "sample " << i;
+    }
+}
+
+using soundcheck::SoundComparison;
+using soundcheck::SoundProfile;
+
+// Ten seconds of a stutter (the saw on the first half of every 16th note at
+// 120 BPM) through the self-oscillating setting, at four times 44.1 kHz and
+// averaged down by fours for the comparison.
+SoundProfile sound_of(const std::function<float(float)>& process)
+{
+    constexpr int kFrames = 10 * 44100;
+    constexpr int kSixteenth = 44100 / 8;
+    std::vector<float> out(kFrames);
+    Saw saw(kSelfOscillating.level);
+    for (int i = 0; i < kFrames; ++i)
+    {
+        const bool on = i % kSixteenth < kSixteenth / 2;
+        float sum = 0.0f;
+        for (int k = 0; k < 4; ++k)
+        {
+            const float x = saw.next();
+            sum += process(on ? x : 0.0f);
+        }
+        out[static_cast<std::size_t>(i)] = 0.25f * sum;
+    }
+    return SoundProfile::analyse({out.data()}, out.size(), 44100.0, 120.0);
+}
+
+SoundProfile model_sound(Fault fault)
+{
+    const FilterModel model(kSelfOscillating, fault);
+    BeretFilter::State state{0.0f, 0.0f, 0.0f, 0.0f, 0.0f};
+    return sound_of([&](float x) { return model.step(state, x); });
+}
+
+TEST(BeretFilterModel, SoundsLikeTheFormulasAndUnlikeAFilterBuiltWrong)
+{
+    BeretFilter filter = make_filter(kSelfOscillating);
+    const SoundProfile sound = sound_of([&](float x) { return filter.process(x); });
+    EXPECT_TRUE(SoundComparison(sound, model_sound(Fault::none)).is_same());
+    for (Fault fault : {Fault::resonance_up, Fault::stage_dropped, Fault::octave_down})
+    {
+        EXPECT_FALSE(SoundComparison(sound, model_sound(fault)).is_same()) << "fault " << static_cast<int>(fault);
+    }
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ lumo::DspInterface* create_dsp()
 const lumo::Lv2PluginRecipe& get_lv2_recipe()
 {
     static const lumo::Lv2PluginRecipe recipe{
-        "urn:velnor:zarquette", "Velnor/Zarquette LV2", &create_dsp, "lv2:DelayPlugin",
+        lv2_uri, "Velnor/Zarquette LV2", &create_dsp, "lv2:DelayPlugin",
         "Tempo-locked stutters, beat repeats and echoes through a resonant, saturating filter, "
         "with recordings of cats and a daily lunch break."};
     return recipe;

@@ -109,6 +109,14 @@ public:
         XTestFakeMotionEvent(display, DefaultScreen(display), x, y, CurrentTime);
         XSync(display, False);
     }
+    // Motion of the hand from wherever the pointer is (an editor may have
+    // put it elsewhere while it drags), below the server's acceleration
+    // threshold when each step is a few pixels.
+    void move_by(int dx, int dy) const
+    {
+        XTestFakeRelativeMotionEvent(display, dx, dy, CurrentTime);
+        XSync(display, False);
+    }
     void button(unsigned button, bool press) const
     {
         XTestFakeButtonEvent(display, button, press ? True : False, CurrentTime);

@@ -146,6 +146,11 @@ std::vector<std::string> Lv2Rig::sent_midi()
     return out;
 }
 
+const LV2_Atom_Sequence& Lv2Rig::use_output() const
+{
+    return *reinterpret_cast<const LV2_Atom_Sequence*>(_atom_out.data());
+}
+
 LV2_State_Status Lv2Rig::save(StateStore& store)
 {
     const auto* iface = static_cast<const LV2_State_Interface*>(use_descriptor().extension_data(LV2_STATE__interface));

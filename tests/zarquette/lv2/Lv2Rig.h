@@ -65,6 +65,11 @@ public:
     void run(std::uint32_t frames);
     // The MIDI the plug-in put into its output in the last block, as hex text.
     std::vector<std::string> sent_midi();
+    // All it put there, for an editor to hear.
+    const LV2_Atom_Sequence& use_output() const;
+    // The host's log, which keeps what is written to it in log: an editor
+    // beside the plug-in writes there too.
+    const LV2_Log_Log* use_log() const { return &_log; }
 
     LV2_State_Status save(StateStore& store);
     LV2_State_Status restore(StateStore& store);

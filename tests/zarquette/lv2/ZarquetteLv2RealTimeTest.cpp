@@ -1,6 +1,7 @@
 #include "Lv2Rig.h"
 #include "tests/zarquette/AllocationCounter.h"
 
+#include "lumo/lv2/Lv2LearnKeys.h"
 #include "lumo/midi/MidiDevSelDispatcher.h"
 #include "sys/ClockPin.h"
 
@@ -23,7 +24,8 @@ using zq_test::Lv2Rig;
 using zq_test::SequenceBytes;
 
 // Blocks with everything a host sends: control changes, MIDI mapped to
-// parameters, tempo changes, and the echo of a program on its way out.
+// parameters, tempo changes, an editor's learn that each block's controllers
+// complete and that is reported, and the echo of a program on its way out.
 class ZarquetteLv2RealTime : public ::testing::Test
 {
 protected:
@@ -33,6 +35,13 @@ protected:
         ASSERT_EQ(rig.plugin().use_midi_dispatcher()->select_output(0), 0);
         ASSERT_EQ(rig.save(state), LV2_STATE_SUCCESS);
         const std::uint32_t midi = map.id(LV2_MIDI__MidiEvent);
+        const std::uint32_t object = map.id(LV2_ATOM__Object);
+        const auto key = [this](const char* fragment) { return map.id(std::string("urn:velnor:zarquette") + fragment); };
+        events.event(0, object, zq_test::ObjectBytes(key(lumo::lv2_learn_key::bindings_get)).bytes);
+        events.event(0, object,
+                     zq_test::ObjectBytes(key(lumo::lv2_learn_key::learn_start))
+                         .property(key(lumo::lv2_learn_key::parameter), map.id(LV2_ATOM__Int), std::int32_t{1})
+                         .bytes);
         for (int f = 0; f < 256; f += 16)
         {
             events.event(f, midi, {0xB0, 99, 0}).event(f, midi, {0xB0, 98, 4});

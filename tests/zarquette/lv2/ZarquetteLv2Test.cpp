@@ -2,12 +2,16 @@
 
 #include "lumo/DspInterface.h"
 #include "lumo/HostDspInterface.h"
+#include "lumo/lv2/Lv2AtomObject.h"
+#include "lumo/lv2/Lv2LearnMirror.h"
+#include "lumo/lv2/Lv2Urids.h"
 #include "lumo/midi/MidiDevSelDispatcher.h"
 #include "lumo/midi/MidiMgr.h"
 #include "sys/ClockPin.h"
 #include "sys/PersistentKeyList.h"
 #include "tests/basic/ScratchDir.h"
 
+#include <lv2/atom/util.h>
 #include <lv2/midi/midi.h>
 #include <lv2/time/time.h>
 
@@ -68,6 +72,104 @@ protected:
     sys::ClockPin clock{100.0};
     zq_test::UridMap map;
 };
+
+// The MIDI learn conversation between the editor's end (the mirror of the
+// bindings it holds) and the plug-in, as its messages travel the ports.
+class ZarquetteLv2Learn : public ZarquetteLv2
+{
+protected:
+    using Request = lumo::Lv2LearnMessage::Request;
+    using Requests = std::vector<std::pair<Request, int>>;
+
+    ZarquetteLv2Learn()
+    {
+        urids.map_all(map.use(), "urn:velnor:zarquette");
+        lv2_atom_forge_init(&forge, const_cast<LV2_URID_Map*>(map.use()));
+    }
+
+    // One block of the plug-in with the requests given, those for what the
+    // editor did to the mirror and a MIDI message; the plug-in's reports go
+    // to the mirror. Answers how many there were.
+    int exchange(Requests asked = {}, const std::vector<std::uint8_t>& midi = {})
+    {
+        mirror.send_changes([&asked](Request request, int param) { asked.emplace_back(request, param); });
+        SequenceBytes s = sequence();
+        for (const auto& [request, param] : asked)
+        {
+            alignas(8) std::uint8_t buffer[128];
+            lv2_atom_forge_set_buffer(&forge, buffer, sizeof(buffer));
+            EXPECT_TRUE(lumo::Lv2LearnMessage::write_request(forge, urids, request, param));
+            const auto* atom = reinterpret_cast<const LV2_Atom*>(buffer);
+            const auto* body = reinterpret_cast<const std::uint8_t*>(atom + 1);
+            s.event(0, atom->type, std::vector<std::uint8_t>(body, body + atom->size));
+        }
+        if (!midi.empty())
+        {
+            s.event(0, map.id(LV2_MIDI__MidiEvent), midi);
+        }
+        rig.send(s);
+        rig.run(32);
+        rig.clear_input();
+        int reports = 0;
+        LV2_ATOM_SEQUENCE_FOREACH(&rig.use_output(), e)
+        {
+            lumo::Lv2Event event;
+            event.type = e->body.type;
+            event.size = e->body.size;
+            event.body = reinterpret_cast<const std::uint8_t*>(&e->body + 1);
+            reports += mirror.take(lumo::Lv2AtomObject(event, urids), urids) ? 1 : 0;
+        }
+        return reports;
+    }
+
+    Lv2Rig rig{map};
+    lumo::Lv2Urids urids;
+    LV2_Atom_Forge forge{};
+    lumo::Lv2LearnMirror mirror;
+};
+
+TEST_F(ZarquetteLv2Learn, WhatTheEditorDoesReachesThePluginAndThePluginsBindingsComeBack)
+{
+    const lumo::MidiMgr& plugin_mgr = *rig.plugin().use_midi_mgr();
+    lumo::MidiMgr& editor_mgr = mirror.use_mgr();
+    // Nothing is told before an editor asks, nor told twice.
+    EXPECT_EQ(exchange(), 0);
+    EXPECT_EQ(exchange({{Request::get_bindings, -1}}), 1);
+    EXPECT_EQ(editor_mgr.get_id(vin_rouge), 99 * 65536 + vin_rouge);
+    EXPECT_EQ(exchange(), 0);
+
+    editor_mgr.set_pending_learn(oignons);
+    EXPECT_EQ(exchange(), 1);
+    EXPECT_EQ(plugin_mgr.get_pending_learn(), oignons);
+    EXPECT_EQ(exchange({}, {0xB0, 20, 127}), 1);
+    EXPECT_EQ(editor_mgr.get_id(oignons), 20 * 65536);
+    EXPECT_EQ(editor_mgr.get_learn_count(), plugin_mgr.get_learn_count());
+    zq_test::StateStore state;
+    ASSERT_EQ(rig.save(state), LV2_STATE_SUCCESS);
+    // A cancel for a parameter that waits for nothing changes nothing.
+    exchange({{Request::cancel, bof}});
+    EXPECT_EQ(plugin_mgr.get_pending_learn(), oignons);
+    // The menu's "Forget": disarmed and unbound on both ends.
+    editor_mgr.set_pending_learn(-1);
+    editor_mgr.unbind(oignons);
+    EXPECT_EQ(exchange(), 1);
+    EXPECT_EQ(plugin_mgr.get_pending_learn(), -1);
+    EXPECT_EQ(plugin_mgr.get_id(oignons), -1);
+    EXPECT_EQ(exchange(), 0);
+    // A forget alone disarms too.
+    editor_mgr.set_pending_learn(vin_rouge);
+    exchange();
+    exchange({{Request::forget, vin_rouge}});
+    EXPECT_EQ(plugin_mgr.get_pending_learn(), -1);
+
+    // A restored state is told; a request no plug-in sends is no request.
+    ASSERT_EQ(rig.restore(state), LV2_STATE_SUCCESS);
+    EXPECT_EQ(exchange({{Request::start, 256}}), 1);
+    EXPECT_EQ(editor_mgr.get_id(oignons), 20 * 65536);
+    EXPECT_EQ(plugin_mgr.get_pending_learn(), -1);
+    exchange({{Request::start, 255}});
+    EXPECT_EQ(plugin_mgr.get_pending_learn(), 255);
+}
 
 TEST_F(ZarquetteLv2, ControlPortsAreHostAutomationInTheUnitsTheHostShows)
 {

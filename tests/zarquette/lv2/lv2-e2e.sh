@@ -4,10 +4,11 @@
 #   lv2-e2e.sh MODE WORKDIR BUNDLE [VSTHOST VST2_PLUGIN]
 #
 # validate:     sord_validate finds no error in the bundle against the
-#               installed LV2 schemas, and the library exports lv2_descriptor
-#               and nothing else.
+#               installed LV2 schemas, the plug-in's library exports
+#               lv2_descriptor and nothing else, the editor's lv2ui_descriptor.
 # info:         lv2info shows the plug-in with its audio, control and atom
-#               ports (symbols, ranges and defaults) and the state interface.
+#               ports (symbols, ranges and defaults), the state interface and
+#               the editor (an X11 UI in its own library).
 # render RATE:  lv2apply renders the host tool's demo song through the plug-in
 #               at RATE: finite, not the input, and sample for sample the
 #               VST 2 build's render of the same file with the same settings
@@ -48,8 +49,10 @@ validate)
   sord_validate "${schemas[@]}" "$bundle"/*.ttl >validate.log 2>&1 || { cat validate.log; fail "sord_validate"; }
   grep -q "Found 0 errors" validate.log || { cat validate.log; fail "sord_validate reports errors"; }
   grep -q "lv2:minorVersion 12 ;" "$bundle/zarquette.ttl" || fail "the description does not carry version 1.12"
-  exports=$(nm -D --defined-only "$bundle"/*.so | awk '{ print $3 }')
-  [ "$exports" = lv2_descriptor ] || fail "the library exports more than lv2_descriptor: $exports"
+  for lib in zarquette_dsp.so:lv2_descriptor zarquette_ui.so:lv2ui_descriptor; do
+    exports=$(nm -D --defined-only "$bundle/${lib%%:*}" | awk '{ print $3 }')
+    [ "$exports" = "${lib#*:}" ] || fail "${lib%%:*} exports more than ${lib#*:}: $exports"
+  done
   ;;
 info)
   lv2info "$uri" >info.log
@@ -80,6 +83,8 @@ PORTS
   grep -q "Name: *Zarquette" info.log || fail "no name"
   grep -q "Extension Data: *http://lv2plug.in/ns/ext/state#interface" info.log || fail "no state interface"
   grep -q '0.0 = "Oui"' info.log && grep -q '1.0 = "OUI"' info.log || fail "the switch's states have no labels"
+  grep -A2 "^\s*$uri#ui\$" info.log | grep -q "Class: *http://lv2plug.in/ns/extensions/ui#X11UI" \
+    && grep -q "Binary: *file://.*/zarquette_ui.so" info.log || fail "no X11 editor"
   ;;
 render)
   rate=$1 vsthost=$2 vst2=$3

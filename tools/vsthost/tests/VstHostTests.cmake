@@ -49,7 +49,12 @@ vsthost_e2e(preset_save_program "saved program chunk \\(FPCh\\)" FIXTURE_SETUP v
 vsthost_e2e(preset_load_program "program 0 \"Inverted\".*\"Phase\" = 1 \"Inverted\"" FIXTURE_REQUIRED vsthost_fxp
   ARGS preset load ${gain} e2e-inverted.fxp)
 vsthost_e2e(render_file "rendered 176400 frames .* blocks of 100 .*16-bit PCM" FIXTURE_REQUIRED "vsthost_demo_wav;vsthost_fxp"
+  FIXTURE_SETUP vsthost_file_wav
   ARGS render ${gain} e2e-demo.wav -o e2e-file.wav --preset e2e-inverted.fxp --pcm16 --block 100)
+# The file render above inverted the demo's phase and stored it in 16 bits: the
+# same sound, though no sample is equal.
+vsthost_e2e(compare_sound "same sound" FIXTURE_REQUIRED "vsthost_demo_wav;vsthost_file_wav"
+  ARGS compare e2e-demo.wav e2e-file.wav --tempo 128)
 vsthost_e2e(preset_save_bank_params "saved bank of parameter programs \\(FxBk\\)" FIXTURE_SETUP vsthost_fxb
   ARGS preset save ${params} e2e-params.fxb)
 vsthost_e2e(preset_load_bank_params "loaded bank of parameter programs.*\"Gain\" = 0.833333" FIXTURE_REQUIRED vsthost_fxb

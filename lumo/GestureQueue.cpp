@@ -1,4 +1,4 @@
-#include "lumo/vst2/GestureQueue.h"
+#include "lumo/GestureQueue.h"
 
 namespace lumo
 {

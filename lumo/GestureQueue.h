@@ -7,12 +7,13 @@
 namespace lumo
 {
 
-// The host's open automation edit gestures, one per parameter at most, in the
-// order they were opened. Parameters are reported from the editor, host and
-// audio threads while the background thread closes gestures, so the queue is
-// lock-free and never allocates after construction: each parameter has a slot
-// holding the sequence number of its open gesture (0 when none), and a
-// parameter can only be opened by the thread that wins its no-edit-open flag.
+// The host's open automation edit gestures (touches, in LV2's words), one per
+// parameter at most, in the order they were opened. Parameters are reported
+// from the editor, host and audio threads while another thread may close
+// gestures (the VST 2 adapter's background thread), so the queue is lock-free
+// and never allocates after construction: each parameter has a slot holding
+// the sequence number of its open gesture (0 when none), and a parameter can
+// only be opened by the thread that wins its no-edit-open flag.
 class GestureQueue
 {
 public:
@@ -30,6 +31,14 @@ public:
     // returned; -1 when there is none. The caller sends the end-edit.
     template <class CanClose>
     int close_first(CanClose can_close);
+
+    // Opens the gesture of index unless it is open: begin() tells the host.
+    template <class Begin>
+    void open(int index, Begin begin);
+    // Closes every gesture for which can_close answers true, oldest first:
+    // end(index) tells the host of each.
+    template <class CanClose, class End>
+    void close_all(CanClose can_close, End end);
 
     bool is_open(int index) const;
 
@@ -60,6 +69,25 @@ int GestureQueue::close_first(CanClose can_close)
         _no_edit_open[best].store(true, std::memory_order_release);
     }
     return best;
+}
+
+template <class Begin>
+void GestureQueue::open(int index, Begin begin)
+{
+    if (try_open(index))
+    {
+        begin();
+        commit_open(index);
+    }
+}
+
+template <class CanClose, class End>
+void GestureQueue::close_all(CanClose can_close, End end)
+{
+    for (int index; (index = close_first(can_close)) >= 0;)
+    {
+        end(index);
+    }
 }
 
 }  // namespace lumo

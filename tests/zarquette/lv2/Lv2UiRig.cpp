@@ -1,0 +1,160 @@
+#include "Lv2UiRig.h"
+
+#include "zarquette/lv2/ZarquetteLv2Recipe.h"
+
+#include <lv2/atom/util.h>
+#include <lv2/midi/midi.h>
+#include <lv2/urid/urid.h>
+
+#include <dlfcn.h>
+
+#include <cstdio>
+#include <cstring>
+#include <stdexcept>
+
+namespace zq_test
+{
+
+const LV2UI_Descriptor& Lv2UiRig::use_descriptor()
+{
+    static const LV2UI_Descriptor* const descriptor = [] {
+        void* library = dlopen(ZQ_LV2_BUNDLE_DIR "/zarquette_ui.so", RTLD_NOW | RTLD_LOCAL);
+        const auto entry = library != nullptr ? reinterpret_cast<LV2UI_DescriptorFunction>(
+                                                    dlsym(library, "lv2ui_descriptor"))
+                                              : nullptr;
+        if (entry == nullptr)
+        {
+            throw std::runtime_error(std::string("no editor library: ") + dlerror());
+        }
+        return entry(0);
+    }();
+    return *descriptor;
+}
+
+Lv2UiRig::Lv2UiRig(Lv2Rig& plugin, UridMap& map, Window parent, bool minimal) : _plugin(plugin), _map(map)
+{
+    const LV2_Feature parent_feature{LV2_UI__parent, reinterpret_cast<void*>(static_cast<std::uintptr_t>(parent))};
+    const LV2_Feature map_feature{LV2_URID__map, const_cast<LV2_URID_Map*>(map.use())};
+    const LV2_Feature touch_feature{LV2_UI__touch, &_touch};
+    const LV2_Feature resize_feature{LV2_UI__resize, &_resize};
+    const LV2_Feature log_feature{LV2_LOG__log, const_cast<LV2_Log_Log*>(plugin.use_log())};
+    const LV2_Feature* features[] = {&parent_feature, &map_feature, &touch_feature, &resize_feature, &log_feature,
+                                     nullptr};
+    if (minimal)
+    {
+        features[1] = nullptr;
+    }
+    LV2UI_Widget widget_handle = nullptr;
+    handle = use_descriptor().instantiate(&use_descriptor(), zarquette::lv2_uri, ZQ_LV2_BUNDLE_DIR "/",
+                                          &Lv2UiRig::write, this, &widget_handle, features);
+    if (handle == nullptr)
+    {
+        throw std::runtime_error("no editor: " + plugin.log);
+    }
+    widget = static_cast<Window>(reinterpret_cast<std::uintptr_t>(widget_handle));
+    // A host tells a new editor every control's value.
+    const lumo::Lv2PortLayout& layout = _plugin.plugin().use_layout();
+    for (int i = 0; i < layout.get_nbr_controls(); ++i)
+    {
+        port_event(control_port(i), _plugin.control(_plugin.plugin().use_control(i).get_symbol().c_str()));
+    }
+}
+
+void Lv2UiRig::close()
+{
+    if (handle != nullptr)
+    {
+        use_descriptor().cleanup(handle);
+        handle = nullptr;
+    }
+}
+
+std::uint32_t Lv2UiRig::control_port(int index) const
+{
+    return _plugin.plugin().use_layout().get_first_control() + static_cast<std::uint32_t>(index);
+}
+
+void Lv2UiRig::idle()
+{
+    const auto* idle = static_cast<const LV2UI_Idle_Interface*>(use_descriptor().extension_data(LV2_UI__idleInterface));
+    idle->idle(handle);
+}
+
+void Lv2UiRig::port_event(std::uint32_t port, float value)
+{
+    port_event(port, sizeof(value), 0, &value);
+}
+
+void Lv2UiRig::port_event(std::uint32_t port, std::uint32_t size, std::uint32_t format, const void* buffer)
+{
+    use_descriptor().port_event(handle, port, size, format, buffer);
+}
+
+void Lv2UiRig::exchange(const std::vector<std::uint8_t>& midi)
+{
+    SequenceBytes in(_map.id(LV2_ATOM__Sequence));
+    if (!midi.empty())
+    {
+        in.event(0, _map.id(LV2_MIDI__MidiEvent), midi);
+    }
+    for (const std::vector<std::uint8_t>& atom : _to_plugin)
+    {
+        LV2_Atom head{};
+        std::memcpy(&head, atom.data(), sizeof(head));
+        in.event(0, head.type, std::vector<std::uint8_t>(atom.begin() + sizeof(head), atom.end()));
+    }
+    _to_plugin.clear();
+    _plugin.send(in);
+    _plugin.run(64);
+    _plugin.clear_input();
+    const std::uint32_t notify = _plugin.plugin().use_layout().get_atom_out();
+    const std::uint32_t transfer = _map.id(LV2_ATOM__eventTransfer);
+    LV2_ATOM_SEQUENCE_FOREACH(&_plugin.use_output(), e)
+    {
+        port_event(notify, static_cast<std::uint32_t>(sizeof(LV2_Atom) + e->body.size), transfer, &e->body);
+    }
+}
+
+void Lv2UiRig::write(LV2UI_Controller controller, std::uint32_t port, std::uint32_t size, std::uint32_t format,
+                     const void* buffer)
+{
+    auto& self = *static_cast<Lv2UiRig*>(controller);
+    const lumo::Lv2PortLayout& layout = self._plugin.plugin().use_layout();
+    int n = 0;
+    const lumo::Lv2PortLayout::Kind kind = layout.get_kind(port, n);
+    if (kind == lumo::Lv2PortLayout::Kind::control && format == 0 && size == sizeof(float))
+    {
+        float value = 0.0f;
+        std::memcpy(&value, buffer, sizeof(value));
+        char text[64];
+        std::snprintf(text, sizeof(text), "write %u %g", port, static_cast<double>(value));
+        self.log.push_back(text);
+        self._plugin.control(self._plugin.plugin().use_control(n).get_symbol().c_str()) = value;
+    }
+    else if (kind == lumo::Lv2PortLayout::Kind::atom_in && format == self._map.id(LV2_ATOM__eventTransfer))
+    {
+        const auto* bytes = static_cast<const std::uint8_t*>(buffer);
+        self._to_plugin.emplace_back(bytes, bytes + size);
+        const auto* object = static_cast<const LV2_Atom_Object*>(buffer);
+        self.log.push_back("atom " + std::to_string(port) + " " + std::to_string(object->body.otype));
+    }
+    else
+    {
+        ADD_FAILURE() << "a write the plug-in has no port for: port " << port << ", format " << format;
+    }
+}
+
+void Lv2UiRig::touch(LV2UI_Feature_Handle handle, std::uint32_t port, bool grabbed)
+{
+    static_cast<Lv2UiRig*>(handle)->log.push_back("touch " + std::to_string(port) + (grabbed ? " on" : " off"));
+}
+
+int Lv2UiRig::resize(LV2UI_Feature_Handle handle, int width, int height)
+{
+    auto& self = *static_cast<Lv2UiRig*>(handle);
+    self.width = width;
+    self.height = height;
+    return 0;
+}
+
+}  // namespace zq_test
