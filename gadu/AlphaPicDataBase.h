@@ -72,9 +72,12 @@ public:
     std::int32_t draw_subpixel(double x, double y, std::int32_t width, std::int32_t height,
                                RenderingBufferInterface& buffer, const Rect& source, float opacity) const override
     {
+        const int w = opacity_weight(opacity);
+        // At whole-pixel points a fully opaque drawing is the plain one, which
+        // writes alpha 255 exactly; a faded one must still blend by its weight.
         std::int32_t rx = 0;
         std::int32_t ry = 0;
-        if (PicDataInterface::round_if_whole(x, y, rx, ry))
+        if (w == kFullWeight && PicDataInterface::round_if_whole(x, y, rx, ry))
         {
             return this->draw(Rect::of_size(rx, ry, width, height), buffer, source);
         }
@@ -87,7 +90,6 @@ public:
         const double floor_y = std::floor(y);
         const double fx = x - floor_x;
         const double fy = y - floor_y;
-        const int w = opacity_weight(opacity);
         Weights k;
         k.w11 = static_cast<int>(std::floor(w * fx * fy));
         k.w10 = static_cast<int>(std::floor(w * fx)) - k.w11;
@@ -135,6 +137,8 @@ private:
         int w01 = 0;
         int w11 = 0;
     };
+
+    static constexpr int kFullWeight = 256;
 
     // round(opacity x 256), halves up. Opacities outside [0, 1] (or NaN) are no
     // fade the operation knows: held to the nearer end (NaN to 0) so the

@@ -3,10 +3,7 @@
 #include "gadu/ControlInterface.h"
 #include "gadu/GraphicMessage.h"
 #include "gadu/HighlightInterface.h"
-#include "gadu/PicDataInterface.h"
 #include "gadu/Picture.h"
-
-#include <cmath>
 
 namespace gadu
 {
@@ -24,25 +21,11 @@ ControlPainter::ControlPainter(const Redraw& message, const ControlInterface& co
 std::int32_t ControlPainter::draw(const Picture& picture, double dx, double dy, float fade) const
 {
     const float opacity = _opacity * fade;
-    const PicDataInterface* pic = picture.use_picture();
-    if (opacity < kInvisible || pic == nullptr)
+    if (opacity < kInvisible)
     {
         return 0;
     }
-    const double x = _x - dx;
-    const double y = _y - dy;
-    if (opacity >= kOpaque)
-    {
-        return picture.draw_at(x, y, _width, _height, _buffer);
-    }
-    // The translating drawing copies at whole-pixel points without fading;
-    // the turning one at no angle samples the same pixels and fades them.
-    // Pictures without alpha cannot fade and are copied.
-    const Rect hit = picture.get_hit_rect();
-    const std::int32_t drawn = pic->draw_rotated_faded(static_cast<float>(x - hit.x1), static_cast<float>(y - hit.y1),
-                                                       _width, _height, 0.0f, _buffer, picture.get_source_rect(),
-                                                       opacity);
-    return drawn != 0 ? drawn : picture.draw_at(x, y, _width, _height, _buffer);
+    return picture.draw_at(_x - dx, _y - dy, _width, _height, _buffer, as_drawn(opacity));
 }
 
 std::int32_t ControlPainter::draw_rotated(const Picture& picture, double angle) const
@@ -51,16 +34,7 @@ std::int32_t ControlPainter::draw_rotated(const Picture& picture, double angle) 
     {
         return 0;
     }
-    if (_opacity >= kOpaque)
-    {
-        return picture.draw_rotated(_x, _y, _width, _height, angle, _buffer);
-    }
-    // An angle too small to turn anything is a translation, faded as above.
-    if (!(std::fabs(angle) >= 1e-9))
-    {
-        return draw(picture);
-    }
-    return picture.draw_rotated(_x, _y, _width, _height, angle, _buffer, _opacity);
+    return picture.draw_rotated(_x, _y, _width, _height, angle, _buffer, as_drawn(_opacity));
 }
 
 void ControlPainter::draw_highlights(const ControlInterface& control, const HighlightInterface& pictures) const

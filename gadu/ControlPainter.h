@@ -38,6 +38,8 @@ public:
     void draw_highlights(const ControlInterface& control, const HighlightInterface& pictures) const;
 
 private:
+    static float as_drawn(float opacity) { return opacity >= kOpaque ? 1.0f : opacity; }
+
     RenderingBufferInterface& _buffer;
     // The buffer origin's position relative to the control's position.
     double _x;

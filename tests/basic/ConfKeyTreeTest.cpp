@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -37,19 +36,6 @@ ConfKeyContentMulti make_list(int count)
         list.add_elt(ConfKeyContentString(std::to_string(i)));
     }
     return list;
-}
-
-void expect_runtime_error(const std::function<void()>& action, const char* message)
-{
-    try
-    {
-        action();
-        ADD_FAILURE() << "no exception, expected: " << message;
-    }
-    catch (const std::runtime_error& e)
-    {
-        EXPECT_STREQ(e.what(), message);
-    }
 }
 
 TEST(ConfKeyTree, WritesTheDocumentedExampleByteForByte)
@@ -125,18 +111,16 @@ TEST(ConfKeyTree, AnonymousKeysCannotBeWrittenAndTheLevelComesBack)
     root.add_key(inner);
     std::string text;
     int level = 2;
-    expect_runtime_error([&] { root.do_write_to_string(text, level); },
-                         "basic::ConfKeyInterface::do_write_to_string() : Key can't be anonymous.");
+    EXPECT_THROW(root.do_write_to_string(text, level), std::runtime_error);
     EXPECT_EQ(level, 2);
 }
 
 TEST(ConfKeyTree, NamesWithPathSeparatorsAreRefusedAndLeaveTheKeyAlone)
 {
-    const char* message = "basic::ConfKeyInterface::check_name_throw() : Invalid name.";
-    expect_runtime_error([] { ConfKeyData("a/b"); }, message);
-    expect_runtime_error([] { ConfKeyMulti("a\\b"); }, message);
+    EXPECT_THROW(ConfKeyData("a/b"), std::runtime_error);
+    EXPECT_THROW(ConfKeyMulti("a\\b"), std::runtime_error);
     ConfKeyData key("good");
-    expect_runtime_error([&] { key.set_name("bad/"); }, message);
+    EXPECT_THROW(key.set_name("bad/"), std::runtime_error);
     EXPECT_EQ(key.get_name(), "good");
     key.set_name("");
     EXPECT_EQ(key.get_name(), "");
@@ -193,15 +177,11 @@ TEST(ConfKeyTree, PathsUseEitherSeparatorAndFollowTheFirstChildOfAName)
     EXPECT_EQ(root.get_string("a"), "");
     EXPECT_EQ(root.get_string("missing"), "");
 
-    const char* message = "basic::ConfKeyMulti::split_key_path_first() : Invalid key path.";
-    expect_runtime_error([&] { root.use_key_from_path("/a"); }, message);
-    expect_runtime_error([&] { root.use_key_from_path(""); }, message);
-    expect_runtime_error([&] { root.use_key_from_path("a//b"); }, message);
-}
-
-TEST(ConfKeyTree, ListValuesAreNotStrings)
-{
-    ConfKeyMulti root("root");
+    for (const char* bad : {"/a", "", "a//b"})
+    {
+        EXPECT_THROW(root.use_key_from_path(bad), std::runtime_error) << bad;
+    }
+    // A list value is no string.
     ConfKeyData list("l");
     list.set_content(make_list(2));
     root.add_key(list);
@@ -234,16 +214,6 @@ TEST(ConfKeyTree, StoringAndCopyingCloneTheWholeSubtree)
     EXPECT_EQ(write(other), "d = a");
 }
 
-TEST(ConfKeyTree, ListElementsCanBeClearedAndNested)
-{
-    ConfKeyContentMulti list = make_list(3);
-    list.add_elt(list);
-    ASSERT_EQ(list.get_nbr_elt(), 4);
-    EXPECT_EQ(static_cast<const ConfKeyContentMulti&>(list.use_elt(3)).get_nbr_elt(), 3);
-    list.clear();
-    EXPECT_EQ(list.get_nbr_elt(), 0);
-}
-
 // Strings are held in the list itself and nested lists as nodes: a copy must
 // still be deep for both, and an element of the list may be appended to it.
 TEST(ConfKeyTree, CopiedListsShareNeitherStringsNorNestedLists)
@@ -267,6 +237,8 @@ TEST(ConfKeyTree, CopiedListsShareNeitherStringsNorNestedLists)
     }
     key.set_content(list);
     EXPECT_EQ(write(key), "k = { changed 1 s { 0 more } 0 { 0 } }");
+    list.clear();
+    EXPECT_EQ(list.get_nbr_elt(), 0);
 }
 
 }  // namespace

@@ -8,25 +8,8 @@
 namespace
 {
 
-void expect_design(double transition, const std::vector<double>& expected)
-{
-    std::vector<double> coefs{0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 0.5};
-    dsp::design_half_band(coefs, 69.0, transition);
-    ASSERT_EQ(coefs.size(), expected.size());
-    for (std::size_t i = 0; i < coefs.size(); ++i)
-    {
-        // Stored as floats by the resamplers, so float precision is what matters.
-        EXPECT_FLOAT_EQ(static_cast<float>(coefs[i]), static_cast<float>(expected[i])) << "coefficient " << i;
-    }
-}
-
-TEST(HalfBandDesign, GentleAndSteepDesignsOfTheLoopEngine)
-{
-    expect_design(0.2, {0.081430023176615865, 0.31565984021665966, 0.70977080010247717});
-    expect_design(0.01, {0.077115079832416222, 0.26596852652109459, 0.4820706250610472, 0.6651041532634957,
-                         0.79682047133157974, 0.88410150855061587, 0.94125142777404713, 0.98200541418860754});
-}
-
+// The designs' own numbers are guarded by what they do: the resamplers'
+// tests measure the pass band and the rejection of the loop engine's two.
 TEST(HalfBandDesign, StageCountFollowsAttenuationAndTransition)
 {
     std::vector<double> coefs;

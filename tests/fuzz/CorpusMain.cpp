@@ -46,5 +46,6 @@ int main(int argc, char** argv)
         }
     }
     std::printf("replayed %d inputs\n", count);
-    return 0;
+    // An empty corpus replays nothing and would pass whatever the code does.
+    return count > 0 ? 0 : 1;
 }

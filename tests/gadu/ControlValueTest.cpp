@@ -91,15 +91,6 @@ TEST_F(ControlValueTest, GesturesAskBeforeTheyBeginAndAlwaysEnd)
     EXPECT_EQ(seen, "check begin end check end ");
 }
 
-TEST_F(ControlValueTest, WithoutAutoRedrawOnlyParameterChangesRedraw)
-{
-    knob.set_auto_redraw(false);
-    knob.set_value(0.5, 200);
-    EXPECT_TRUE(window.paint().is_empty());
-    knob.set_value_from_param(0.5, 200);
-    EXPECT_FALSE(window.paint().is_empty());
-}
-
 TEST_F(ControlValueTest, ChangingTheListenerFromItsOwnHookIsRefused)
 {
     class Swapper : public gadu_test::RecordingListener

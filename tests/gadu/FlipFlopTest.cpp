@@ -88,18 +88,6 @@ TEST_F(FlipFlopTest, ChangesFromOutsideAnimateWhenTheyAreDrawn)
     EXPECT_EQ(shown(), kOn);
     EXPECT_FALSE(flip.is_animating());
 
-    // Without the animation of outside changes, or with no duration, the
-    // picture follows at the next paint.
-    flip.set_animate_external(false);
-    flip.set_value_from_param(0.2, 100);
-    window.paint();
-    EXPECT_EQ(shown(), kOff);
-    flip.set_animate_external(true);
-    flip.set_animation_duration(0.0);
-    window.press(50, 40, mouse_button::left);
-    EXPECT_FALSE(flip.is_animating());
-    window.paint();
-    EXPECT_EQ(shown(), kOn);
 }
 
 TEST_F(FlipFlopTest, ADisabledOrRefusingSwitchStaysPut)
@@ -113,17 +101,6 @@ TEST_F(FlipFlopTest, ADisabledOrRefusingSwitchStaysPut)
     window.press(50, 40, mouse_button::left);
     EXPECT_DOUBLE_EQ(flip.get_value(), 0.0);
     EXPECT_FALSE(flip.is_animating());
-}
-
-TEST_F(FlipFlopTest, MoreStatesShowTheRoundedPosition)
-{
-    flip.set_state_count(3);
-    EXPECT_EQ(flip.get_state_count(), 3);
-    flip.set_animate_external(false);
-    flip.set_value_from_param(1.0, 100);
-    EXPECT_EQ(flip.get_shown_state(), 2);
-    flip.set_state_count(0);
-    EXPECT_EQ(flip.get_state_count(), 3);
 }
 
 TEST_F(FlipFlopTest, TheFirstDrawingShowsTheValueWithoutAnimating)

@@ -140,19 +140,6 @@ TEST_F(KnobDrawTest, ARedrawCoversTheTurnedBodyBeyondTheHitRectangle)
     EXPECT_TRUE(is_white(screen_at(kCx + 6, kCy)));
 }
 
-TEST_F(KnobDrawTest, WithoutTurningTheBodyMovesByThePointerOffset)
-{
-    knob.set_rotate_body(false);
-    knob.set_pointer_radius(20.0f);
-    show(0.0);
-    // Angle 0: the body's centre sits 20 pixels to the right.
-    EXPECT_TRUE(is_white(screen_at(kCx + 20, kCy - 6)));
-    show(1.0 / 3.0);
-    // A quarter turn clockwise: 20 pixels down, still pointing up.
-    EXPECT_TRUE(is_white(screen_at(kCx, kCy + 20 - 6)));
-    EXPECT_EQ(screen_at(kCx + 20, kCy - 6), gadu_test::kBackgroundColour);
-}
-
 // Layers: two frames over the whole turn, picked by the angle. A broken
 // configuration (angles that are not numbers) draws the body unturned and no
 // layer, instead of indexing the layer list with garbage.

@@ -205,35 +205,35 @@ TEST(PicDataClippingTest, CallerErrorsNeverReachOutsideThePictureOrTheBuffer)
     EXPECT_EQ(n.pic->draw_subpixel(0.5, std::nan(""), 2, 1, buffer, n.pic->get_bounds(), 1.0f), 0);
 }
 
+std::unique_ptr<PicDataInterface> one_pixel(std::int32_t kind, std::uint32_t colour, std::vector<std::uint8_t>& bytes,
+                                           std::uint8_t alpha = 0)
+{
+    bytes = gadu_test::make_apic(kind, 8, 1, 1, {colour}, kind == 1 ? std::vector<std::uint8_t>{0, alpha}
+                                                                     : std::vector<std::uint8_t>{0});
+    return PicDataFactory::use_instance().create_from_bytes(bytes.data(), bytes.size());
+}
+
 TEST(PicDataWholeTest, CrossfadeUsesFloorOfT255AndKeepsOpaqueFourthByte)
 {
-    // Alpha palette pictures: A blue 50, green 100, red 200, alpha 200;
-    // B blue 250, green 0, red 200, alpha 10.
-    const auto a_bytes = gadu_test::make_apic(1, 8, 1, 1, {0x00C86432u}, {0, 200});
-    const auto b_bytes = gadu_test::make_apic(1, 8, 1, 1, {0x00C800FAu}, {0, 10});
-    const auto a = PicDataFactory::use_instance().create_from_bytes(a_bytes.data(), a_bytes.size());
-    const auto b = PicDataFactory::use_instance().create_from_bytes(b_bytes.data(), b_bytes.size());
+    // A: blue 50, green 100, red 200, alpha 200; B: blue 250, green 0, red 200, alpha 10.
+    std::vector<std::uint8_t> a_bytes, b_bytes, c_bytes, d_bytes;
+    const auto a = one_pixel(1, 0x00C86432u, a_bytes, 200);
+    const auto b = one_pixel(1, 0x00C800FAu, b_bytes, 10);
     std::uint8_t out[4] = {9, 9, 9, 9};
-    ASSERT_EQ(a->crossfade_into(out, *b, 0.5f), 0);  // k = 127
-    EXPECT_EQ(std::vector<int>(out, out + 4), (std::vector<int>{149, 50, 200, 105}));
-    a->crossfade_into(out, *b, 1.0f);  // k = 255: one short of B
-    EXPECT_EQ(std::vector<int>(out, out + 4), (std::vector<int>{249, 0, 200, 10}));
-    a->crossfade_into(out, *b, 0.0f);
-    EXPECT_EQ(std::vector<int>(out, out + 4), (std::vector<int>{50, 100, 200, 200}));
-
-    // Opaque: the fourth byte is left alone. Another class or size: refused.
-    const auto c_bytes = gadu_test::make_apic(0, 8, 1, 1, {0x00C86432u}, {0});
-    const auto d_bytes = gadu_test::make_apic(0, 8, 1, 1, {0x00C800FAu}, {0});
-    const auto c = PicDataFactory::use_instance().create_from_bytes(c_bytes.data(), c_bytes.size());
-    const auto d = PicDataFactory::use_instance().create_from_bytes(d_bytes.data(), d_bytes.size());
+    for (const auto& [t, expected] : {std::pair{0.5f, std::vector<int>{149, 50, 200, 105}},  // k = 127
+                                      {1.0f, {249, 0, 200, 10}},                              // k = 255: one short
+                                      {0.0f, {50, 100, 200, 200}}})
+    {
+        ASSERT_EQ(a->crossfade_into(out, *b, t), 0);
+        EXPECT_EQ(std::vector<int>(out, out + 4), expected) << t;
+    }
+    // Opaque: the fourth byte is left alone. Another class: refused.
+    const auto c = one_pixel(0, 0x00C86432u, c_bytes);
+    const auto d = one_pixel(0, 0x00C800FAu, d_bytes);
     std::uint8_t opaque[4] = {9, 9, 9, 9};
     ASSERT_EQ(c->crossfade_into(opaque, *d, 0.5f), 0);
     EXPECT_EQ(std::vector<int>(opaque, opaque + 4), (std::vector<int>{149, 50, 200, 9}));
     EXPECT_EQ(c->crossfade_into(opaque, *a, 0.5f), -1);
-    const auto wide_bytes = gadu_test::make_apic(0, 8, 2, 1, {0u}, {0, 0});
-    const auto wide = PicDataFactory::use_instance().create_from_bytes(wide_bytes.data(), wide_bytes.size());
-    EXPECT_EQ(c->crossfade_into(opaque, *wide, 0.5f), -1);
-    EXPECT_EQ(std::vector<int>(opaque, opaque + 4), (std::vector<int>{149, 50, 200, 9}));
 }
 
 TEST(PicDataWholeTest, AccumulateAndConvertFollowTheChannelOrder)
@@ -247,15 +247,6 @@ TEST(PicDataWholeTest, AccumulateAndConvertFollowTheChannelOrder)
     std::vector<std::uint8_t> out(8, 0);
     pic->convert_to_32(out.data());
     EXPECT_EQ(out, (std::vector<std::uint8_t>{1, 2, 3, 4, 10, 20, 30, 40}));
-
-    const auto opaque_bytes = gadu_test::make_apic(0, 8, 1, 1, {0x00030201u}, {0});
-    const auto opaque = PicDataFactory::use_instance().create_from_bytes(opaque_bytes.data(), opaque_bytes.size());
-    std::vector<std::uint32_t> opaque_sums(4, 0);
-    opaque->accumulate(opaque_sums.data());
-    EXPECT_EQ(opaque_sums, (std::vector<std::uint32_t>{0, 3, 2, 1}));
-    std::vector<std::uint8_t> opaque_out(4, 77);
-    opaque->convert_to_32(opaque_out.data());
-    EXPECT_EQ(opaque_out, (std::vector<std::uint8_t>{1, 2, 3, 77}));
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include "lumo/BankManager.h"
+#include "tests/support/Bytes.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +11,7 @@ namespace
 
 using lumo::BankManager;
 using lumo::ProgramSlot;
-using Bytes = std::vector<std::uint8_t>;
+using zq_test::Bytes;
 
 Bytes write(const basic::SerializableInterface& object)
 {
@@ -43,14 +44,6 @@ BankManager make_bank(int nbr_programs, int nbr_values)
     return bank;
 }
 
-void set_be32(Bytes& b, std::size_t pos, std::uint32_t v)
-{
-    b[pos] = static_cast<std::uint8_t>(v >> 24);
-    b[pos + 1] = static_cast<std::uint8_t>(v >> 16);
-    b[pos + 2] = static_cast<std::uint8_t>(v >> 8);
-    b[pos + 3] = static_cast<std::uint8_t>(v);
-}
-
 TEST(BankManager, AOneProgramBankIs108BytesWithItsHeaderFirst)
 {
     const BankManager bank = make_bank(1, 6);
@@ -78,8 +71,8 @@ TEST(BankManager, RecordsLargerThanTheirProgramAreRead)
     const Bytes packed = write(source);
     // The same two programs, each in a record of 120 bytes.
     Bytes padded(8 + 2 * 120, 0);
-    set_be32(padded, 0, 2);
-    set_be32(padded, 4, 120);
+    zq_test::set_be(padded, 0, 2, 4);
+    zq_test::set_be(padded, 4, 120, 4);
     std::copy(packed.begin() + 8, packed.begin() + 108, padded.begin() + 8);
     std::copy(packed.begin() + 108, packed.end(), padded.begin() + 128);
     BankManager bank;
@@ -92,7 +85,7 @@ TEST(BankManager, RefusedBanksLeaveTheBankAsItWas)
     const Bytes good = write(make_bank(2, 6));
     auto with = [&](std::size_t pos, std::uint32_t value) {
         Bytes b = good;
-        set_be32(b, pos, value);
+        zq_test::set_be(b, pos, value, 4);
         return b;
     };
     const std::vector<Bytes> bad = {
@@ -149,12 +142,8 @@ TEST(BankManager, ProgramsAreReachedByIndexAndRenamed)
     EXPECT_NE(bank.set_program_name(2, "nowhere"), 0);
     EXPECT_EQ(bank.use_program(7).get_name(), "renamed");  // the nearest program
     EXPECT_EQ(bank.use_program(-3).get_name(), "p0");
-}
-
-TEST(BankManager, CopiesAreDeep)
-{
-    BankManager bank = make_bank(2, 6);
-    BankManager copy = bank;
+    // Copies are deep.
+    const BankManager copy = bank;
     bank.set_program_name(0, "changed");
     EXPECT_EQ(copy.use_program(0).get_name(), "p0");
 }

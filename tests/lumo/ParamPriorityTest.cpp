@@ -18,17 +18,6 @@ protected:
     lumo::ParamPriorityList list;
 };
 
-TEST_F(ParamPriorityListTest, NewEntriesAreFreeForEveryone)
-{
-    EXPECT_EQ(list.get_size(), 6);
-    for (int i = 0; i < 6; ++i)
-    {
-        EXPECT_EQ(list.use(i).get_level(), 0);
-        EXPECT_DOUBLE_EQ(list.use(i).get_hold_time(), 0.5);
-        EXPECT_TRUE(list.is_free(i, level::gui_reset));
-    }
-}
-
 TEST_F(ParamPriorityListTest, DragBlocksAutomationAndMidiUntilHoldTimeRunsOut)
 {
     // The user drags parameter 2 and moves it every 0.1 s for a second.

@@ -1,4 +1,5 @@
 #include "lumo/ProgramSlot.h"
+#include "tests/support/Bytes.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +14,7 @@ namespace
 {
 
 using lumo::ProgramSlot;
-using Bytes = std::vector<std::uint8_t>;
+using zq_test::Bytes;
 
 Bytes write(const ProgramSlot& program)
 {
@@ -22,35 +23,24 @@ Bytes write(const ProgramSlot& program)
     return bytes;
 }
 
-// A record with a chosen layout; the name fills its field up to name_size.
+// A record with a chosen layout: tag 0xCAFE0007, the name in a field of
+// name_size bytes, values 0.125, 0.25, ... and extra bytes A0, A1, ...
 Bytes make_record(std::int16_t name_size, std::int16_t nbr_values, std::uint32_t nbr_extra, const char* name)
 {
-    Bytes b(12 + static_cast<std::size_t>(std::max<int>(name_size, 0)), 0);
-    b[0] = 0xCA;
-    b[1] = 0xFE;
-    b[2] = 0x00;
-    b[3] = 0x07;
-    b[4] = static_cast<std::uint8_t>(static_cast<std::uint16_t>(name_size) >> 8);
-    b[5] = static_cast<std::uint8_t>(name_size);
-    b[6] = static_cast<std::uint8_t>(static_cast<std::uint16_t>(nbr_values) >> 8);
-    b[7] = static_cast<std::uint8_t>(nbr_values);
-    b[8] = static_cast<std::uint8_t>(nbr_extra >> 24);
-    b[9] = static_cast<std::uint8_t>(nbr_extra >> 16);
-    b[10] = static_cast<std::uint8_t>(nbr_extra >> 8);
-    b[11] = static_cast<std::uint8_t>(nbr_extra);
-    for (std::size_t i = 0; name[i] != '\0' && 12 + i < b.size(); ++i)
-    {
-        b[12 + i] = static_cast<std::uint8_t>(name[i]);
-    }
+    Bytes b;
+    zq_test::put_be(b, 0xCAFE0007u, 4);
+    zq_test::put_be(b, static_cast<std::uint16_t>(name_size), 2);
+    zq_test::put_be(b, static_cast<std::uint16_t>(nbr_values), 2);
+    zq_test::put_be(b, nbr_extra, 4);
+    Bytes field(static_cast<std::size_t>(std::max<int>(name_size, 0)), 0);
+    std::copy_n(name, std::min(std::strlen(name), field.size()), field.begin());
+    zq_test::put_bytes(b, field);
     for (int i = 0; i < std::max<int>(nbr_values, 0); ++i)
     {
         const float v = 0.125f * static_cast<float>(i + 1);
         std::uint32_t bits;
         std::memcpy(&bits, &v, 4);
-        for (int k = 3; k >= 0; --k)
-        {
-            b.push_back(static_cast<std::uint8_t>(bits >> (8 * k)));
-        }
+        zq_test::put_be(b, bits, 4);
     }
     for (std::uint32_t i = 0; i < nbr_extra; ++i)
     {
@@ -84,14 +74,9 @@ TEST(ProgramSlot, TheDefaultProgramOfSixValuesIsA100ByteRecord)
     Bytes expected = {0, 0, 0, 0, 0x00, 0x40, 0x00, 0x06, 0, 0, 0, 0, 'D', 'e', 'f', 'a', 'u', 'l', 't'};
     expected.resize(100, 0);
     EXPECT_EQ(bytes, expected);
-}
-
-TEST(ProgramSlot, WriteRefusesABufferThatIsTooSmall)
-{
-    const ProgramSlot program = make_program(6, "p");
-    Bytes bytes(99, 0x55);
-    EXPECT_NE(program.write(bytes.data(), bytes.size()), 0);
-    EXPECT_EQ(bytes, Bytes(99, 0x55));
+    Bytes short_buffer(99, 0x55);
+    EXPECT_NE(program.write(short_buffer.data(), short_buffer.size()), 0);
+    EXPECT_EQ(short_buffer, Bytes(99, 0x55));
 }
 
 TEST(ProgramSlot, RecordsReadBackToTheSameProgram)

@@ -55,36 +55,22 @@ protected:
     std::string config;
 };
 
+// The user's choice allows the autoload unless it is missing, empty or
+// starts with "0"; without a file nothing is loaded either way.
 TEST_F(SettingAutoloadTest, TheLatestFileIsLoadedWhenTheUserAllowsIt)
 {
-    set_value("LatestConfigFile", config);
-    for (const char* enabled : {"1", "yes", "false", " 0"})
-    {
-        set_value("LatestConfigAutoload", enabled);
-        client.loads = 0;
-        EXPECT_EQ(autoload(), 0) << enabled;
-        EXPECT_EQ(client.loads, 1) << enabled;
-    }
-}
-
-TEST_F(SettingAutoloadTest, AutoloadIsOffWhenTheChoiceIsMissingEmptyOrStartsWithZero)
-{
     EXPECT_EQ(autoload(), 0);  // no key at all
-    set_value("LatestConfigFile", config);
-    EXPECT_EQ(autoload(), 0);  // the key, but no choice
-    for (const char* disabled : {"0", "0x", "", "00"})
-    {
-        set_value("LatestConfigAutoload", disabled);
-        EXPECT_EQ(autoload(), 0) << disabled;
-    }
-    EXPECT_EQ(client.loads, 0);
-}
-
-TEST_F(SettingAutoloadTest, WithoutAFileNothingIsLoaded)
-{
     set_value("LatestConfigAutoload", "1");
-    EXPECT_EQ(autoload(), 0);
-    EXPECT_EQ(client.loads, 0);
+    EXPECT_EQ(autoload(), 0);  // no file
+    set_value("LatestConfigFile", config);
+    for (const auto& [choice, loads] : {std::pair{"1", 1}, {"yes", 1}, {"false", 1}, {" 0", 1}, {"0", 0},
+                                        {"0x", 0}, {"", 0}, {"00", 0}})
+    {
+        set_value("LatestConfigAutoload", choice);
+        client.loads = 0;
+        EXPECT_EQ(autoload(), 0) << choice;
+        EXPECT_EQ(client.loads, loads) << choice;
+    }
 }
 
 TEST_F(SettingAutoloadTest, TheLoadersAnswerComesBack)

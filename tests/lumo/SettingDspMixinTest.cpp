@@ -9,13 +9,6 @@
 namespace
 {
 
-TEST(SettingDspMixin, BothAccessorsGiveTheOneManager)
-{
-    zq_test::SettingDspStub dsp;
-    const zq_test::SettingDspStub& const_dsp = dsp;
-    EXPECT_EQ(&dsp.use_setting_mgr(), &const_dsp.use_setting_mgr());
-}
-
 TEST(SettingDspMixin, SetupRegistersTheHostsReorderMapOnce)
 {
     zq_test::SettingDspStub dsp;

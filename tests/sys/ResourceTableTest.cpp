@@ -17,11 +17,11 @@ TEST(ResourceTable, TablesRegisterForTheirLifetimeAndTheNewestWins)
         const sys::ResourceTable a(first, 2);
         {
             const sys::ResourceTable b(second, 1);
-            const sys::ResourceTable::Entry* beta = sys::ResourceTable::find("test", "Beta");
+            const sys::ResourceTable::Entry* beta = sys::ResourceTable::find("TEST", "BETA");
             ASSERT_NE(beta, nullptr);
             EXPECT_EQ(beta->data, second_bytes);
             EXPECT_EQ(beta->size, sizeof(second_bytes));
-            const sys::ResourceTable::Entry* alpha = sys::ResourceTable::find("TEST", "ALPHA");
+            const sys::ResourceTable::Entry* alpha = sys::ResourceTable::find("TEST", "alpha");
             ASSERT_NE(alpha, nullptr);
             EXPECT_EQ(alpha->data, first_bytes);
         }

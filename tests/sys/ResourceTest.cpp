@@ -22,15 +22,7 @@ TEST(Resource, FindsAnEmbeddedRecordingWhateverTheCase)
     EXPECT_EQ(sys::get_resource("WAVE", "CAT-MEOW"), lower);
     EXPECT_EQ(sys::get_resource("wave", "Cat-Meow"), lower);
     EXPECT_EQ(sys::get_resource("WAVE", "siamese"), sys::get_resource("WAVE", "Siamese"));
-}
-
-TEST(Resource, DistinctNamesGiveDistinctImages)
-{
-    const std::uint8_t* a = sys::get_resource("WAVE", "meow2");
-    const std::uint8_t* b = sys::get_resource("WAVE", "meow2-2");
-    ASSERT_NE(a, nullptr);
-    ASSERT_NE(b, nullptr);
-    EXPECT_NE(a, b);
+    EXPECT_NE(sys::get_resource("WAVE", "meow2"), sys::get_resource("WAVE", "meow2-2"));
 }
 
 TEST(Resource, MissingNamesAndTypesGiveNullAndLeaveTheSizeAlone)

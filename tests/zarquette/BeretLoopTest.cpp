@@ -33,13 +33,6 @@ struct GateProbe
     BeretLoop loop;
 };
 
-TEST(BeretLoop, StartsWithHalfABeatInTwoBeats)
-{
-    BeretLoop loop;
-    EXPECT_EQ(loop.get_delay_len(), 11025);
-    EXPECT_EQ(loop.get_period_len(), 44100);
-}
-
 TEST(BeretLoop, StutterGateOpensFor344SamplesEveryQuarterBeat)
 {
     GateProbe probe(3 * 5512);

@@ -5,6 +5,7 @@
 
 #include "AllocationCounter.h"
 #include "BeretRig.h"
+#include "tests/support/Signal.h"
 
 #include <gtest/gtest.h>
 
@@ -36,16 +37,19 @@ TEST(BeretRateChange, DelayLineHoldsEightSecondsAtTheRateInUse)
 TEST(BeretRateChange, OnlyTheRateChangeAllocates)
 {
     beret_test::Buffers buf(kBlock);
-    beret_test::Noise noise;
+    zq_test::Noise noise;
     for (float& x : buf.in)
     {
         x = noise.next();
     }
     zarquette::BeretCtrl ctrl;
     ctrl.set_buffers(buf.out.data(), buf.in.data(), buf.scratch.data());
-    ctrl.set_vin_rouge(0.5f);
     for (float rate : {192000.0f, 44100.0f, 48000.0f})
     {
+        // Every setting changes on the way, each of which renews what it drives.
+        ctrl.set_nuke(rate != 44100.0f);
+        ctrl.set_vin_rouge(rate / 192000.0f);
+        ctrl.set_tempo(rate / 1000.0f);
         {
             const AllocationCounter host_thread;
             ctrl.set_sample_freq(rate);
@@ -55,14 +59,14 @@ TEST(BeretRateChange, OnlyTheRateChangeAllocates)
             EXPECT_EQ(host_thread.get_count() > 0, rate != 48000.0f) << rate;
         }
         const AllocationCounter audio_thread;
-        for (int b = 0; b < 200; ++b)
+        for (int b = 0; b < 2000; ++b)
         {
             ctrl.render(kBlock);
         }
         EXPECT_EQ(audio_thread.get_count(), 0) << rate;
         for (float y : buf.out)
         {
-            ASSERT_TRUE(beret_test::is_clean(y)) << rate;
+            ASSERT_TRUE(zq_test::is_clean(y)) << rate;
         }
     }
 }

@@ -1,6 +1,7 @@
 #include "zarquette/BeretCtrl.h"
 
 #include "BeretRig.h"
+#include "tests/support/Signal.h"
 
 #include <gtest/gtest.h>
 
@@ -32,49 +33,22 @@ enum class Signal
     dc
 };
 
-struct Corner
+// Sample t of the signal: a 110 Hz full-scale square, full-scale DC, noise.
+float signal_at(Signal signal, long t, float rate, zq_test::Noise& noise)
 {
-    bool nuke;
-    float vin_rouge;
-    float tempo;
-};
-
-// Every corner of "Nuclear Power" x "Vin Rouge" x tempo, ordered so that each
-// setting changes while the engine runs.
-Corner get_corner(int i)
-{
-    static const float kVin[] = {0.0f, 1.0f / 16.0f, 1.0f / 3.0f, 1.0f};
-    return {(i & 1) != 0, kVin[(i >> 1) & 3], (i & 8) != 0 ? 240.0f : 60.0f};
-}
-
-class SignalSource
-{
-public:
-    SignalSource(Signal signal, float rate) : _signal(signal), _half_period(static_cast<long>(rate / 220.0f)) {}
-
-    float next()
+    switch (signal)
     {
-        const long t = _t++;
-        switch (_signal)
-        {
-        case Signal::noise:
-            return _noise.next();
-        case Signal::square:
-            return (t / _half_period) % 2 == 0 ? 1.0f : -1.0f;
-        case Signal::dc:
-            return 1.0f;
-        case Signal::silence:
-            break;
-        }
-        return 0.0f;
+    case Signal::noise:
+        return noise.next();
+    case Signal::square:
+        return (t / static_cast<long>(rate / 220.0f)) % 2 == 0 ? 1.0f : -1.0f;
+    case Signal::dc:
+        return 1.0f;
+    case Signal::silence:
+        break;
     }
-
-private:
-    Signal _signal;
-    long _half_period;
-    long _t = 0;
-    beret_test::Noise _noise;
-};
+    return 0.0f;
+}
 
 struct SoakResult
 {
@@ -91,25 +65,28 @@ SoakResult soak(Signal signal, float rate)
     ctrl.set_buffers(buf.out.data(), buf.in.data(), buf.scratch.data());
     ctrl.set_sample_freq(rate);
     ctrl.reset();
-    SignalSource source(signal, rate);
+    zq_test::Noise noise;
+    long t = 0;
     SoakResult result;
     const long blocks_per_corner = static_cast<long>(kSecondsPerCorner * rate / kBlock);
+    // Every corner of "Nuclear Power" x "Vin Rouge" x tempo, ordered so that
+    // each setting changes while the engine runs.
+    static const float kVin[] = {0.0f, 1.0f / 16.0f, 1.0f / 3.0f, 1.0f};
     for (int c = 0; c < 16; ++c)
     {
-        const Corner corner = get_corner(c);
-        ctrl.set_nuke(corner.nuke);
-        ctrl.set_vin_rouge(corner.vin_rouge);
-        ctrl.set_tempo(corner.tempo);
+        ctrl.set_nuke((c & 1) != 0);
+        ctrl.set_vin_rouge(kVin[(c >> 1) & 3]);
+        ctrl.set_tempo((c & 8) != 0 ? 240.0f : 60.0f);
         for (long b = 0; b < blocks_per_corner; ++b)
         {
             for (float& x : buf.in)
             {
-                x = source.next();
+                x = signal_at(signal, t++, rate, noise);
             }
             ctrl.render(kBlock);
             for (float y : buf.out)
             {
-                result.bad_samples += beret_test::is_clean(y) ? 0 : 1;
+                result.bad_samples += zq_test::is_clean(y) ? 0 : 1;
                 result.peak = std::max(result.peak, std::fabs(y));
             }
             result.abnormal_blocks += ctrl.use_loop().use_beret().state_is_normal() ? 0 : 1;
@@ -144,7 +121,7 @@ std::string name_of(const testing::TestParamInfo<std::tuple<Signal, float>>& inf
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 const auto kSoakRates = testing::Values(8000.0f, 384000.0f);
 #else
-const auto kSoakRates = testing::Values(8000.0f, 44100.0f, 96000.0f, 384000.0f);
+const auto kSoakRates = testing::Values(8000.0f, 44100.0f, 384000.0f);
 #endif
 
 INSTANTIATE_TEST_SUITE_P(SignalsAndRates, BeretSoak,
@@ -165,7 +142,7 @@ TEST(BeretSoak, LoudLoopFallingSilentDecaysCleanly)
     ctrl.set_tempo(120.0f);
     ctrl.set_vin_rouge(0.0f);
     ctrl.reset();
-    beret_test::Noise noise;
+    zq_test::Noise noise;
     for (int b = 0; b < 44100 * 2 / kBlock; ++b)
     {
         for (float& x : buf.in)
@@ -182,7 +159,7 @@ TEST(BeretSoak, LoudLoopFallingSilentDecaysCleanly)
         last_peak = 0.0f;
         for (float y : buf.out)
         {
-            ASSERT_TRUE(beret_test::is_clean(y)) << "block " << b;
+            ASSERT_TRUE(zq_test::is_clean(y)) << "block " << b;
             last_peak = std::max(last_peak, std::fabs(y));
         }
         ASSERT_TRUE(ctrl.use_loop().use_beret().state_is_normal()) << "block " << b;

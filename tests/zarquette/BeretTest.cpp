@@ -1,6 +1,7 @@
 #include "zarquette/Beret.h"
 
 #include "BeretRig.h"
+#include "tests/support/Signal.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +13,7 @@ namespace
 {
 
 using beret_test::Buffers;
-using beret_test::Noise;
+using zq_test::Noise;
 using zarquette::Beret;
 
 void fill_noise(std::vector<float>& v)
@@ -124,7 +125,7 @@ TEST(Beret, SurvivesNonFiniteInputAndGarbageSettings)
         beret.render(0, 4096);
         for (float y : buf.out)
         {
-            ASSERT_TRUE(beret_test::is_clean(y));
+            ASSERT_TRUE(zq_test::is_clean(y));
             ASSERT_LT(std::fabs(y), 64.0f);
         }
     }

@@ -18,20 +18,6 @@
 namespace
 {
 
-std::string name_of(const lumo::NormalizedParamInterface& p)
-{
-    char buf[64];
-    p.get_name(buf, sizeof(buf));
-    return buf;
-}
-
-std::string unit_of(const lumo::NormalizedParamInterface& p)
-{
-    char buf[64];
-    p.get_unit(buf, sizeof(buf));
-    return buf;
-}
-
 std::string display(const lumo::NormalizedParamInterface& p, double nat, int capacity = 64)
 {
     char buf[64];
@@ -53,38 +39,6 @@ public:
     void notify(lumo::NotifierInterface&) override { ++count; }
     int count = 0;
 };
-
-TEST(EffectParams, NamesUnitsAndTypes)
-{
-    struct Expect
-    {
-        std::unique_ptr<lumo::NormalizedParamInterface> param;
-        const char* name;
-        const char* unit;
-        int type;
-    };
-    std::vector<Expect> all;
-    all.push_back({std::make_unique<zarquette::ParamTempo>(), "Tempo", "BPM", 0});
-    all.push_back({std::make_unique<zarquette::ParamBof>(), "Bof", "%", 0});
-    all.push_back({std::make_unique<zarquette::ParamGauloises>(), "Gauloises", "%", 0});
-    all.push_back({std::make_unique<zarquette::ParamNuke>(), "Nuclear Power", "", 1});
-    all.push_back({std::make_unique<zarquette::ParamOignons>(), "Oignons", "%", 0});
-    all.push_back({std::make_unique<zarquette::ParamVinRouge>(), "Vin Rouge", "%", 0});
-    for (const Expect& e : all)
-    {
-        EXPECT_EQ(name_of(*e.param), e.name);
-        EXPECT_EQ(unit_of(*e.param), e.unit);
-        EXPECT_EQ(e.param->get_type(), e.type);
-        EXPECT_TRUE(e.param->is_enabled());
-        // A fresh parameter: no listener, values 0, priority -1.
-        EXPECT_EQ(e.param->use_listener(), nullptr);
-        EXPECT_EQ(e.param->get_norm(), 0.0f);
-        EXPECT_EQ(e.param->automation_priority, -1);
-    }
-    char small[4];
-    all[3].param->get_name(small, sizeof(small));
-    EXPECT_STREQ(small, "Nuc");
-}
 
 TEST(EffectParams, TempoMappingAndTexts)
 {
@@ -155,20 +109,6 @@ TEST(EffectParams, NuclearPowerSwitch)
     EXPECT_TRUE(std::isnan(typed(nuke, "oui")));
     EXPECT_TRUE(std::isnan(typed(nuke, "non")));
     EXPECT_TRUE(std::isnan(typed(nuke, nullptr)));
-}
-
-TEST(EffectParams, ChangePathStoresBothViewsAndNotifiesOnce)
-{
-    zarquette::ParamNuke nuke;
-    CountingListener listener;
-    nuke.set_listener(&listener);
-    nuke.set_norm_value(0.7f);
-    EXPECT_FLOAT_EQ(nuke.get_norm(), 0.7f);
-    EXPECT_DOUBLE_EQ(nuke.get_nat(0), 1.0);
-    EXPECT_EQ(listener.count, 1);
-    nuke.set_nat_value(0.0);
-    EXPECT_EQ(nuke.get_norm(), 0.0f);
-    EXPECT_EQ(listener.count, 2);
 }
 
 class TempoSourceTest : public ::testing::Test

@@ -27,18 +27,6 @@ std::string layout(const Pattern& p)
     return s;
 }
 
-// A generator moved on by `skip` draws, so that a test can start from a state
-// known to give a particular kind of pattern.
-RndGen skipped(int skip)
-{
-    RndGen rnd;
-    for (int i = 0; i < skip; ++i)
-    {
-        rnd.gen_int(2);
-    }
-    return rnd;
-}
-
 Pattern generate(RndGen& rnd, int length, float nuke)
 {
     Pattern p;
@@ -85,40 +73,6 @@ TEST(PatternGenerator, FirstPatternOfTheLoopEngineDrawsInOrder)
     }
 }
 
-TEST(PatternGenerator, WithoutRhythmOrTogglesOnlyHoldStepsStartSpans)
-{
-    // Hold spans of 4 steps: free periods and delays of their own.
-    RndGen rnd = skipped(2);
-    Pattern p = generate(rnd, 16, 0.0f);
-    EXPECT_EQ(layout(p), "H...H...H...H...");
-    EXPECT_EQ(rnd.get_state(), 1617819336);
-    EXPECT_EQ(p.use_step(0).period, 1.5);
-    EXPECT_EQ(p.use_step(8).delay, 0.75);
-
-    // Hold spans of 8 steps: the period fills the span, 2 beats.
-    rnd = skipped(11);
-    p = generate(rnd, 16, 0.0f);
-    EXPECT_EQ(layout(p), "H.......H.......");
-    EXPECT_EQ(rnd.get_state(), 1580723810);
-    EXPECT_EQ(p.use_step(0).period, 2.0);
-    EXPECT_EQ(p.use_step(8).delay, 0.125);
-}
-
-TEST(PatternGenerator, GateModeLaysARegularRhythmOfStutters)
-{
-    RndGen rnd = skipped(4);
-    const Pattern p = generate(rnd, 16, 0.0f);
-    // A stutter every fourth step; each is followed by a hold to the end of its
-    // span (period 3/4 beat), and the steps after that stay inactive.
-    EXPECT_EQ(layout(p), "SH..SH..SH..SH..");
-    EXPECT_EQ(rnd.get_state(), 1942727722);
-    for (int s : {1, 5, 9, 13})
-    {
-        EXPECT_EQ(p.use_step(s).period, 0.75) << s;
-        EXPECT_EQ(p.use_step(s).delay, 0.75) << s;
-    }
-}
-
 TEST(PatternGenerator, EveryPatternKeepsItsInvariants)
 {
     RndGen rnd;
@@ -154,28 +108,6 @@ TEST(PatternGenerator, EveryPatternKeepsItsInvariants)
             }
         }
     }
-}
-
-TEST(PatternGenerator, NuclearPowerRaisesDrive)
-{
-    double sum[2] = {0.0, 0.0};
-    int count[2] = {0, 0};
-    RndGen rnd;
-    for (int round = 0; round < 400; ++round)
-    {
-        const int nuke = round % 2;
-        const Pattern p = generate(rnd, 32, static_cast<float>(nuke));
-        for (int s = 0; s < 32; ++s)
-        {
-            if (p.use_step(s).active)
-            {
-                sum[nuke] += p.use_step(s).drive;
-                ++count[nuke];
-            }
-        }
-    }
-    EXPECT_LT(sum[0] / count[0], 0.3);
-    EXPECT_GT(sum[1] / count[1], 0.7);
 }
 
 TEST(PatternGenerator, RandomOctaveStaysInItsRange)

@@ -5,22 +5,15 @@
 namespace
 {
 
+// The minimal standard generator from state 1: its first draws, and the
+// published check value of its 10000th state; every float lies in (0, 1).
 TEST(RndGen, MinimalStandardSequenceFromStateOne)
 {
     zarquette::RndGen g;
     EXPECT_EQ(g.gen_int(1000), 807);
-    EXPECT_EQ(g.get_state(), 16807);
     EXPECT_EQ(g.gen_int(1000), 249);
     EXPECT_EQ(g.get_state(), 282475249);
-    EXPECT_EQ(g.gen_int(1000), 73);
-    EXPECT_EQ(g.get_state(), 1622650073);
-}
-
-TEST(RndGen, StateStaysInRangeOverALongRun)
-{
-    // The 10000th state from 1 is a published check value of this generator.
-    zarquette::RndGen g;
-    for (int i = 0; i < 10000; ++i)
+    for (int i = 2; i < 10000; ++i)
     {
         const float f = g.gen_float();
         ASSERT_GT(f, 0.0f);

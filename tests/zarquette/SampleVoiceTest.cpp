@@ -36,15 +36,6 @@ struct Ramp
     std::unique_ptr<wav_test::Bytes> image;
 };
 
-TEST(SampleVoice, ANewVoiceIsFreeAndRendersNothing)
-{
-    SampleVoice v;
-    EXPECT_FALSE(v.is_busy());
-    Stereo out(4);
-    v.render(out.left.data(), out.right.data(), 4);
-    EXPECT_EQ(out.left, std::vector<float>(4, 0.0f));
-}
-
 TEST(SampleVoice, HalfRateAdvancesHalfAFrameAndLastsTwiceAsLong)
 {
     const Ramp rec(101, 22050, 256);
@@ -109,19 +100,6 @@ TEST(SampleVoice, PanIsLinearAndStaysInTheField)
     }
 }
 
-TEST(SampleVoice, RenderingAddsToWhatIsThere)
-{
-    WavFile w;
-    const auto image = wav_test::load_samples(w, {16384, 16384, 16384}, 44100);
-    SampleVoice v;
-    v.start(w, 1.0f, 1.0f, -1.0f);
-    Stereo out(2);
-    out.left = {1.0f, 2.0f};
-    v.render(out.left.data(), out.right.data(), 2);
-    EXPECT_EQ(out.left, (std::vector<float>{1.5f, 2.5f}));
-    EXPECT_EQ(out.right, (std::vector<float>{0.0f, 0.0f}));
-}
-
 TEST(SampleVoice, FixedPointPositionsDoNotDependOnTheBlockSplit)
 {
     // A rate with a long binary fraction over the longest recording length:
@@ -159,58 +137,6 @@ TEST(SampleVoice, AVoiceThatCannotAdvanceIsFreedRatherThanStuck)
         EXPECT_FALSE(v.is_busy()) << rate;
     }
     EXPECT_EQ(out.left, std::vector<float>(4, 0.0f));
-}
-
-}  // namespace
-
-namespace
-{
-
-// Loud noise over the whole 16-bit range, so that every lane sees large and
-// negative samples and fractions with their top bit set.
-struct NoiseRecording
-{
-    explicit NoiseRecording(int frames)
-    {
-        std::vector<std::int16_t> s(static_cast<std::size_t>(frames));
-        std::uint32_t state = 99u;
-        for (std::int16_t& x : s)
-        {
-            state = state * 1664525u + 1013904223u;
-            x = static_cast<std::int16_t>(state >> 16);
-        }
-        image = wav_test::load_samples(wav, s, 22050);
-    }
-    WavFile wav;
-    std::unique_ptr<wav_test::Bytes> image;
-};
-
-TEST(SampleVoice, EveryFrameIsTheInterpolationFormulaExactly)
-{
-    const NoiseRecording rec(5000);
-    for (float rate : {0.5f, 16000.0f / 44100.0f, 0.999f, 1.7f})
-    {
-        SampleVoice v;
-        v.start(rec.wav, rate, 0.8f, 0.3f);
-        const std::uint64_t inc = v.get_increment();
-        Stereo out(2048);
-        v.render(out.left.data(), out.right.data(), 2048);
-        const std::int16_t* s = rec.wav.use_samples();
-        for (std::uint64_t f = 0; f < 2048; ++f)
-        {
-            const std::uint64_t pos = f * inc;
-            const auto i = static_cast<std::uint32_t>(pos >> 32);
-            if (i + 1 >= rec.wav.get_nbr_frames())
-            {
-                break;
-            }
-            const float x = static_cast<float>(pos & 0xFFFFFFFFu) / 4294967296.0f;
-            const float a = s[i] / 32768.0f;
-            const float y = a + x * (s[i + 1] / 32768.0f - a);
-            ASSERT_EQ(out.left[f], y * v.get_left_gain()) << rate << " frame " << f;
-            ASSERT_EQ(out.right[f], y * v.get_right_gain()) << rate << " frame " << f;
-        }
-    }
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 #include "tests/lumo/SettingDspMixinStub.h"
 #include "zarquette/CatArmy.h"
 
-#include "BeretRig.h"
+#include "tests/support/Signal.h"
 
 #include <gtest/gtest.h>
 
@@ -64,6 +64,7 @@ public:
     }
 
     void set(Param p, float value) { _dsp->use_param(p).set_norm_value(value); }
+    sys::ClockPin& use_clock() { return _clock; }
     PinHost& use_host() { return *_host; }
     ZarquetteDsp& use_dsp() { return *_dsp; }
 
@@ -92,35 +93,15 @@ private:
 
 Stereo make_noise(std::size_t n)
 {
-    beret_test::Noise noise;
+    zq_test::Noise noise;
     Stereo s(n);
-    for (std::size_t i = 0; i < n; ++i)
-    {
-        s.l[i] = 0.5f * noise.next();
-        s.r[i] = 0.5f * noise.next();
-    }
+    s.l = noise.take(n, 0.5f);
+    s.r = noise.take(n, 0.5f);
     return s;
 }
 
-float peak(const std::vector<float>& v)
-{
-    float p = 0.0f;
-    for (const float x : v)
-    {
-        p = std::max(p, std::fabs(x));
-    }
-    return p;
-}
-
-float max_difference(const std::vector<float>& a, const std::vector<float>& b)
-{
-    float d = 0.0f;
-    for (std::size_t i = 0; i < a.size(); ++i)
-    {
-        d = std::max(d, std::fabs(a[i] - b[i]));
-    }
-    return d;
-}
+using zq_test::max_difference;
+using zq_test::peak;
 
 constexpr std::size_t two_seconds = 88200;
 
@@ -149,14 +130,10 @@ TEST(ZarquetteDsp, BofSplitsTheRecordingsBetweenOutputAndLoop)
 
     zarquette::CatArmy army;
     Stereo cats(two_seconds);
-    army.set_sample_freq(44100.0f);
     army.set_oignons(1.0f);
     army.reset();
-    for (std::size_t f = 0; f < two_seconds; f += 256)
-    {
-        army.set_buffers(cats.l.data() + f, cats.r.data() + f);
-        army.render(static_cast<int>(std::min<std::size_t>(256, two_seconds - f)));
-    }
+    army.set_buffers(cats.l.data(), cats.r.data());
+    army.render(static_cast<int>(two_seconds));
     ASSERT_GT(peak(cats.l), 0.01f);
     EXPECT_LT(max_difference(out.l, cats.l), 1e-6f);
     EXPECT_LT(max_difference(out.r, cats.r), 1e-6f);
@@ -171,46 +148,31 @@ TEST(ZarquetteDsp, BofSplitsTheRecordingsBetweenOutputAndLoop)
 }
 
 // One input connected: the loop hears the left input alone, whatever the
-// right holds; two: their average.
-TEST(ZarquetteDsp, TheLoopHearsTheLeftInputOrTheAverage)
+// right holds; two: their average (opposite inputs cancel). One output
+// connected: it carries the average of the rendered channels, and the second
+// buffer is not touched.
+TEST(ZarquetteDsp, TheHostsPinsDecideWhatTheLoopHearsAndWhereTheOutputGoes)
 {
     const Stereo noise = make_noise(two_seconds);
     Stereo left_twice = noise;
     left_twice.r = noise.l;
+    Stereo opposite = noise;
+    std::transform(noise.l.begin(), noise.l.end(), opposite.r.begin(), [](float x) { return -x; });
     Processor mono_in;
     mono_in.use_host().stereo_in = false;
-    Processor stereo_in;
-    const Stereo a = mono_in.render(noise);
-    const Stereo b = stereo_in.render(left_twice);
-    ASSERT_GT(peak(a.l), 0.01f);
-    EXPECT_EQ(a.l, b.l);
-    EXPECT_EQ(a.r, b.r);
+    EXPECT_EQ(mono_in.render(noise).l, Processor().render(left_twice).l);
+    EXPECT_EQ(Processor().render(opposite).l, Processor().render(Stereo(two_seconds)).l);
 
-    Stereo opposite = noise;
-    for (std::size_t i = 0; i < opposite.r.size(); ++i)
-    {
-        opposite.r[i] = -opposite.l[i];
-    }
-    Processor cancelled;
-    Processor quiet;
-    EXPECT_EQ(cancelled.render(opposite).l, quiet.render(Stereo(two_seconds)).l);
-}
-
-// One output connected: it carries the average of the two rendered channels,
-// and the second buffer is not touched.
-TEST(ZarquetteDsp, OneOutputCarriesTheAverage)
-{
-    const Stereo noise = make_noise(two_seconds);
     Processor stereo;
-    Processor mono;
-    mono.use_host().stereo_out = false;
-    for (Processor* p : {&stereo, &mono})
+    Processor mono_out;
+    mono_out.use_host().stereo_out = false;
+    for (Processor* p : {&stereo, &mono_out})
     {
         p->set(gauloises, 1.0f);
         p->set(oignons, 1.0f);
     }
     const Stereo s = stereo.render(noise);
-    const Stereo m = mono.render(noise);
+    const Stereo m = mono_out.render(noise);
     ASSERT_GT(max_difference(s.l, s.r), 0.01f);
     for (std::size_t i = 0; i < s.l.size(); ++i)
     {
@@ -273,6 +235,33 @@ TEST(ZarquetteDsp, ProgramValuesThatDoNotChangeNotifyNobody)
         p.use_dsp().use_param(i).set_listener(engines[static_cast<std::size_t>(i)]);
     }
     EXPECT_EQ(p.use_dsp().use_param(vin_rouge).get_norm(), 0.5f);
+}
+
+// Silence from 12:00:00 sharp, sound again from 14:00:00 sharp, and the
+// break again on the next day for an instance that stays loaded. The clock is
+// read at the start of each sub-block.
+TEST(ZarquetteDsp, TheLunchBreakRunsFromNoonSharpToTwoSharpEveryDay)
+{
+    Processor p(sys::LocalTime{2026, 11, 9, 11, 59, 59});  // noon is 1 s away
+    p.set(gauloises, 1.0f);
+    p.set(oignons, 1.0f);
+    const Stereo noise = make_noise(44100);
+    const Stereo block = make_noise(256);
+    p.render(noise);
+    const double noon = 1001.0;
+    const struct
+    {
+        double at;
+        bool silent;
+    } edges[] = {{noon - 0.001, false},         {noon, true},
+                 {noon + 7200.0 - 0.001, true}, {noon + 7200.0, false},
+                 {noon + 86400.0 - 0.001, false}, {noon + 86400.0, true}};
+    for (const auto& edge : edges)
+    {
+        p.use_clock().set_seconds(edge.at);
+        const float loudest = peak(p.render(block).l);
+        EXPECT_EQ(loudest == 0.0f, edge.silent) << "at noon + " << edge.at - noon << " s";
+    }
 }
 
 // The millisecond tick wraps after 49.7 days of uptime; the lunch break

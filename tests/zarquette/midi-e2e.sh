@@ -1,11 +1,8 @@
 #!/usr/bin/env bash
 # MIDI through the real plug-in, as a host plays it with the project's host tool.
 #
-#   midi-e2e.sh sweep|configured|validate WORKDIR VSTHOST PLUGIN [EMULATOR...]
+#   midi-e2e.sh configured|validate WORKDIR VSTHOST PLUGIN [EMULATOR...]
 #
-# sweep:      a MIDI file sweeps NRPN 2 from 0 to 16383; "Gauloises" must go
-#             from 0 to 1 in the automation output, and nothing is sent back
-#             (no output port is selected).
 # configured: a configuration file, named in the registry for autoload, binds
 #             "Oignons" to controller 74 and selects the host's MIDI output; a
 #             controller 74 sweep must drive "Oignons", and the program
@@ -84,22 +81,6 @@ render() {
 }
 
 case "$mode" in
-sweep)
-  export XDG_CONFIG_HOME="$work/config-home"
-  if ((${#emulator[@]} > 0)); then export ZQ_WINEPREFIX="$work/.wineprefix"; fi
-  track="00 b0 63 00 00 b0 62 02"
-  for ((k = 0; k <= 128; ++k)); do
-    v=$((k * 128 > 16383 ? 16383 : k * 128))
-    track+=$(printf ' 02 b0 06 %02x 00 b0 26 %02x' $((v >> 7)) $((v & 127)))
-  done
-  write_mid in.mid "$track"
-  render
-  read -r first last < <(column_ends auto.csv Gauloises) || fail "no Gauloises column"
-  echo "Gauloises: $first -> $last"
-  [[ $first == 0 ]] || fail "Gauloises starts at $first"
-  [[ $last == 1 ]] || fail "Gauloises ends at $last"
-  [[ $(hex_of sent.mid) != *" b0 "* ]] || fail "MIDI was sent without an output port"
-  ;;
 configured | validate)
   cat >zq-midi.txt <<'EOF'
 Zarquette_config_section =

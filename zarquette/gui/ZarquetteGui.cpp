@@ -169,9 +169,11 @@ int ZarquetteGui::open(void* parent)
     _open = result == 0;
     if (_open)
     {
+        // Through the roots' own handling, which keeps their visible flags:
+        // the last close cleared them.
         const gadu::ShowObject show(true);
-        _background.dispatch_down(show);
-        _controls.dispatch_down(show);
+        _background.handle_message(show);
+        _controls.handle_message(show);
         // The controls show the learn states as they are now (a map loaded
         // from the settings file included), from the first frame on.
         _learn.forget_shown();

@@ -1,4 +1,4 @@
-#include "tests/basic/ScratchDir.h"
+#include "tests/sys/ScratchKeyStorePosix.h"
 #include "tests/lumo/midi/MidiRecorder.h"
 
 #include "lumo/midi/MidiMgr.h"
@@ -6,16 +6,15 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 
 // The MIDI options live in the user's registry; here it is a scratch folder.
 namespace
 {
 
+::testing::Environment* const store = ::testing::AddGlobalTestEnvironment(new zq_test::ScratchKeyStore);
+
 TEST(MidiInOrderTest, SwappedOrderSelectsRpnOneNotRpn128)
 {
-    zq_test::ScratchDir dir;
-    ::setenv("XDG_CONFIG_HOME", dir.get_path().c_str(), 1);
     sys::PersistentKeyList("Velnor/Zq", true).set_string("NRPN Compatibility", "0");
     lumo::MidiMgr mgr;
     mgr.load_options("Zq");
@@ -36,20 +35,17 @@ TEST(MidiInOrderTest, SwappedOrderSelectsRpnOneNotRpn128)
     mgr.set_output(&out);
     mgr.rpn_change(0, 300, 5);
     EXPECT_EQ(out.packets, (std::vector<std::string>{"B0 64 02 00", "B0 65 2C 00", "B0 06 00 00", "B0 26 05 00"}));
-    ::unsetenv("XDG_CONFIG_HOME");
 }
 
 TEST(MidiOptionsTest, GarbageIsReplacedByTheDefaultAndAutobindZeroLearnsOnce)
 {
-    zq_test::ScratchDir dir;
-    ::setenv("XDG_CONFIG_HOME", dir.get_path().c_str(), 1);
     sys::PersistentKeyList("Velnor", true).set_string("Autobind Mode", "yes");
     lumo::MidiMgr mgr;
-    mgr.load_options("Zq");
+    mgr.load_options("Zq2");
     std::string text;
     sys::PersistentKeyList("Velnor", false).get_string("Autobind Mode", text);
     EXPECT_EQ(text, "1");
-    sys::PersistentKeyList("Velnor/Zq", false).get_string("NRPN Compatibility", text);
+    sys::PersistentKeyList("Velnor/Zq2", false).get_string("NRPN Compatibility", text);
     EXPECT_EQ(text, "1");
     EXPECT_TRUE(mgr.use_options().is_loaded());
 
@@ -64,7 +60,6 @@ TEST(MidiOptionsTest, GarbageIsReplacedByTheDefaultAndAutobindZeroLearnsOnce)
     EXPECT_EQ(mgr.get_id(2), 20 * 65536);
     mgr.reset();
     EXPECT_FALSE(mgr.use_options().is_loaded());
-    ::unsetenv("XDG_CONFIG_HOME");
 }
 
 }  // namespace

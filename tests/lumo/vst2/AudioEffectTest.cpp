@@ -43,24 +43,4 @@ TEST(AudioEffect, NoExceptionCrossesTheHostBoundary)
     EXPECT_EQ(deleted, 1);
 }
 
-TEST(AudioEffect, DefaultsOfARecordWithoutOverrides)
-{
-    lumo::AudioEffectX effect(nullptr, 3, 4);
-    lumo::vst2::AEffect* e = effect.use_aeffect();
-    EXPECT_EQ(e->magic, lumo::vst2::effect_magic);
-    EXPECT_EQ(e->num_programs, 3);
-    EXPECT_EQ(e->num_params, 4);
-    EXPECT_EQ(dispatch(e, PluginOp::identify), lumo::vst2::four_cc('N', 'v', 'E', 'f'));
-    EXPECT_EQ(dispatch(e, PluginOp::get_num_program_categories), 1);
-    EXPECT_EQ(dispatch(e, PluginOp::get_vst_version), 2200);
-    EXPECT_EQ(dispatch(e, PluginOp::get_current_midi_program), -1);
-    EXPECT_EQ(dispatch(e, PluginOp::edit_key_down), 0);  // no editor
-    dispatch(e, PluginOp::set_program, 0, 2);
-    EXPECT_EQ(dispatch(e, PluginOp::get_program), 2);
-    EXPECT_EQ(effect.call_host(lumo::vst2::HostOp::version), 0);  // no host
-    char text[8] = "x";
-    dispatch(e, PluginOp::get_param_name, 0, 0, text);
-    EXPECT_STREQ(text, "");
-}
-
 }  // namespace

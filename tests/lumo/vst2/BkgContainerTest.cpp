@@ -59,13 +59,4 @@ TEST(BkgContainer, RefusesTasksBeyondItsCapacity)
     EXPECT_EQ(log.size(), static_cast<std::size_t>(lumo::BkgContainer::capacity));
 }
 
-TEST(BkgContainer, KeepsItsContext)
-{
-    int owner = 0;
-    lumo::BkgContainer c;
-    EXPECT_EQ(c.get_context(), nullptr);
-    c.set_context(&owner);
-    EXPECT_EQ(c.get_context(), &owner);
-}
-
 }  // namespace

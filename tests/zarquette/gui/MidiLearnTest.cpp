@@ -47,14 +47,8 @@ protected:
         window.paint_all();
     }
 
-    // One tick of the editor's 20 ms timer, with the clock moved on.
-    void tick()
-    {
-        now += 0.02;
-        window.set_time(now);
-        window.run_timers(0.02);
-        window.paint();
-    }
+    // One tick of the editor's 20 ms timer.
+    void tick() { wait(0.02); }
 
     // Right press and release at (x, y); the menu it popped up, or null.
     const gadu::Menu* right_click(int x, int y)
@@ -108,7 +102,6 @@ protected:
         return dark;
     }
 
-    double now = 100.0;
     lumo::MidiMgr mgr;
 };
 
@@ -150,26 +143,6 @@ TEST_F(MidiLearnEditor, TheRightButtonNeitherTurnsAKnobNorTakesTheParameter)
     EXPECT_FALSE(window.holds_capture());
     EXPECT_TRUE(host->of("take").empty());
 
-    // The left button still drags, and a right press during the drag is the
-    // drag's, not a menu.
-    window.press(kBofX, kBofY, left);
-    window.press(kBofX, kBofY, left | right);
-    EXPECT_EQ(window.use_menu_requests().size(), 1u);
-    EXPECT_TRUE(window.holds_capture());
-    for (int i = 0; i < 20; ++i)
-    {
-        tick();
-        const gadu::CaptureState::Point at = window.get_cursor();
-        window.move(at.x, at.y - 2);
-    }
-    window.release(kBofX, kBofY, left);
-    window.release(kBofX, kBofY, 0);
-    for (int i = 0; i < 100; ++i)
-    {
-        tick();
-    }
-    EXPECT_GT(bof().get_value(), before + 0.1);
-    EXPECT_FALSE(host->of("take").empty());
 }
 
 TEST_F(MidiLearnEditor, ALearnWaitsThenBindsAtTheNextTickAndForgettingUnbinds)
@@ -259,8 +232,7 @@ TEST_F(MidiLearnEditor, ABindingThatExistsAtOpenShowsFromTheFirstFrame)
 }
 
 // The map the settings file gives at start-up: the menu and the markers show
-// it, a learn on another control leaves it working, and the manager's saved
-// section holds both bindings.
+// it, and a learn on another control leaves it working.
 TEST_F(MidiLearnEditor, AMapFromTheSettingsFileShowsAndKeepsWorkingBesideALearn)
 {
     basic::ConfKeyFactory& factory = basic::ConfKeyFactory::use_instance();
@@ -286,14 +258,6 @@ TEST_F(MidiLearnEditor, AMapFromTheSettingsFileShowsAndKeepsWorkingBesideALearn)
     EXPECT_EQ(index, kBof);
     EXPECT_EQ(value, 1.0f);
 
-    basic::ConfKeyMulti root("root");
-    ASSERT_EQ(mgr.save_settings(root), 0);
-    std::string text;
-    int level = 0;
-    root.use_key(0).do_write_to_string(text, level);
-    EXPECT_NE(text.find("id_1 = cc_74"), std::string::npos) << text;
-    EXPECT_NE(text.find("id_2 = cc_75"), std::string::npos) << text;
-    EXPECT_NE(text.find("id_3 = nrpn_2"), std::string::npos) << text;
 }
 
 // The effect binds every parameter to the NRPN of its index: the menu says

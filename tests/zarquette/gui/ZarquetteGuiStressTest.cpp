@@ -7,9 +7,7 @@
 #include "gadu/MenuItem.h"
 #include "gadu/OffscreenWindow.h"
 #include "lumo/midi/MidiMgr.h"
-#include "tests/lumo/gui/FakeHostGui.h"
 #include "tests/zarquette/gui/EditorRig.h"
-#include "zarquette/ZarquetteDsp.h"
 
 #include <gtest/gtest.h>
 
@@ -19,19 +17,10 @@
 
 TEST(ZarquetteGuiStress, EditorAutomationAndAudioRunTogether)
 {
-    zarquette::ZarquetteDsp dsp;
-    dsp.init();
-    dsp.set_default_state();
-    dsp.set_sample_freq(44100.0f);
-    dsp.reset();
-    gadu::OffscreenWindow window(100, 100);
-    zarquette::ZarquetteGui gui;
-    auto* host = new lumo_test::FakeHostGui();
-    gui.set_host(host);
-    gui.set_dsp(&dsp);
-    gui.set_window(&window);
-    gui.init();
-    gui.set_default_state();
+    zq_test::EditorRig rig;
+    zarquette::ZarquetteDsp& dsp = rig.dsp;
+    zarquette::ZarquetteGui& gui = rig.gui;
+    gadu::OffscreenWindow& window = rig.window;
     ASSERT_EQ(gui.open(nullptr), 0);
 
     std::atomic<bool> done{false};

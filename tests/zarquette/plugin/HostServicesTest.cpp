@@ -9,6 +9,7 @@
 #include "lumo/TimeInfoRequest.h"
 #include "lumo/SettingKeys.h"
 #include "lumo/vst2/HostGuiVst2Win.h"
+#include "lumo/midi/MidiDevSelDispatcher.h"
 #include "lumo/vst2/Vst2WinPlugin.h"
 #include "zarquette/ZarquetteDsp.h"
 #include "zarquette/plugin/ZarquetteRecipe.h"
@@ -82,11 +83,9 @@ TEST_F(HostServices, TimeRequestsWithAndWithoutTempo)
     EXPECT_EQ(with_tempo.tempo, 133.0);
 
     host.time_info.flags = 0;
-    lumo::TimeInfoRequest no_tempo_known;
-    no_tempo_known.want_tempo = true;
-    services().get_time_info(no_tempo_known);
-    EXPECT_FALSE(no_tempo_known.failed);
-    EXPECT_FALSE(no_tempo_known.want_tempo);
+    services().get_time_info(with_tempo);
+    EXPECT_FALSE(with_tempo.failed);
+    EXPECT_FALSE(with_tempo.want_tempo);
 
     host.has_time_info = false;
     lumo::TimeInfoRequest refused;
@@ -94,6 +93,8 @@ TEST_F(HostServices, TimeRequestsWithAndWithoutTempo)
     EXPECT_TRUE(refused.failed);
 }
 
+// The step of the host's parameter quantization, for an audio side that
+// asks (this effect does not).
 TEST_F(HostServices, ParameterQuantizationIsTheStepOfTheHostsCount)
 {
     for (const auto& [count, step] : std::vector<std::pair<std::intptr_t, double>>{
@@ -209,11 +210,6 @@ TEST_F(HostServices, TheEditorsWindowFollowsOnlyWhatTheHostAccepts)
     EXPECT_EQ(host.count(HostOp::size_window), 1);
     host.accept_size_window = true;
     EXPECT_EQ(editor_services.resize_window(400, 300), 0);
-
-    EXPECT_EQ(editor_services.get_setting_str(lumo::setting_key::interface_standard), "VST 2.0");
-    EXPECT_EQ(editor_services.get_setting_str(lumo::setting_key::interface_info),
-              "VST is a trademark of Steinberg Media AG.\nhttps://www.steinberg.net");
-    EXPECT_EQ(editor_services.get_setting_str("no such key"), "");
 }
 
 // The effect with other answers to the adapter's setting queries.
@@ -268,8 +264,9 @@ TEST(HostServicesSettings, CategorySpellings)
     OtherSettingsDsp::category = "effect";
 }
 
-// Hidden parameters: the host sees none, and hears of no change.
-TEST(HostServicesSettings, HiddenParametersAreNeitherShownNorReported)
+// Hidden parameters: the host sees none, and hears of no change, neither as
+// automation nor as the MIDI echo of a selected output.
+TEST(HostServicesSettings, HiddenParametersAreNeitherShownNorReportedNorEchoed)
 {
     FakeHost host;
     OtherSettingsDsp::hide_parameters = 1.0;
@@ -279,11 +276,17 @@ TEST(HostServicesSettings, HiddenParametersAreNeitherShownNorReported)
     effect->set_parameter(effect, 0, 0.5f);
     EXPECT_EQ(effect->get_parameter(effect, 0), 0.0f);
     auto& adapter = *static_cast<lumo::Vst2Plugin*>(lumo::AudioEffect::from_aeffect(effect));
+    ASSERT_EQ(adapter.use_midi_dispatcher()->select_output(0), 0);
     const int automated = host.count(HostOp::automate);
     ASSERT_TRUE(adapter.set_and_report_param(2, 0.5f, 200));
     EXPECT_EQ(adapter.use_dsp()->use_param(2).get_norm(), 0.5f);
+    std::vector<float> l(64, 0.0f), r(64, 0.0f), ol(64), orr(64);
+    float* in[2] = {l.data(), r.data()};
+    float* out[2] = {ol.data(), orr.data()};
+    effect->process_replacing(effect, in, out, 64);
     EXPECT_EQ(host.count(HostOp::automate), automated);
     EXPECT_EQ(host.count(HostOp::begin_edit), 0);
+    EXPECT_TRUE(host.sent_midi.empty());
     FakeHost::close_plugin(effect);
     OtherSettingsDsp::hide_parameters = 0.0;
 }

@@ -3,9 +3,8 @@
 #include "lumo/DspInterface.h"
 #include "lumo/NormalizedParamInterface.h"
 #include "sys/PersistentKeyList.h"
-#include "tests/basic/ScratchDir.h"
+#include "tests/sys/ScratchKeyStorePosix.h"
 
-#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -14,38 +13,9 @@ namespace
 
 using lumo::vst2::PluginOp;
 
-// Points the user's key store at a scratch folder for one test.
-class ScratchStore
-{
-public:
-    ScratchStore()
-    {
-        const char* old = std::getenv("XDG_CONFIG_HOME");
-        _had_old = old != nullptr;
-        _old = _had_old ? old : "";
-        ::setenv("XDG_CONFIG_HOME", _dir.get_path().c_str(), 1);
-    }
-    ~ScratchStore()
-    {
-        if (_had_old)
-        {
-            ::setenv("XDG_CONFIG_HOME", _old.c_str(), 1);
-        }
-        else
-        {
-            ::unsetenv("XDG_CONFIG_HOME");
-        }
-    }
-    ScratchStore(const ScratchStore&) = delete;
-    ScratchStore& operator=(const ScratchStore&) = delete;
-
-    const zq_test::ScratchDir& use_dir() const { return _dir; }
-
-private:
-    zq_test::ScratchDir _dir;
-    bool _had_old = false;
-    std::string _old;
-};
+// The user's key store is a scratch folder for the whole program.
+zq_test::ScratchKeyStore* const store =
+    static_cast<zq_test::ScratchKeyStore*>(::testing::AddGlobalTestEnvironment(new zq_test::ScratchKeyStore));
 
 // The whole way a user's parameter order takes when the plug-in starts: the
 // registry names the settings file, the file holds the map, the adapter shows
@@ -53,8 +23,8 @@ private:
 // after the map costs nothing.
 TEST(ReorderAutoload, TheUsersParameterOrderReachesTheHostAtStartUp)
 {
-    ScratchStore store;
-    const std::string file = store.use_dir().write_file("mine.cfg",
+    const zq_test::ScratchDir dir;
+    const std::string file = dir.write_file("mine.cfg",
                                                         "Zarquette_config_section =\n"
                                                         "{\n"
                                                         "   version = 1.12\n"

@@ -1,6 +1,10 @@
 #include "PluginFixture.h"
 #include "tests/zarquette/AllocationCounter.h"
 
+#include "basic/ConfKeyFactory.h"
+#include "basic/ConfKeyMulti.h"
+#include "lumo/GuiInterface.h"
+#include "lumo/HostGuiInterface.h"
 #include "lumo/midi/MidiDevSelDispatcher.h"
 #include "lumo/midi/MidiMgr.h"
 #include "lumo/vst2/AudioEffect.h"
@@ -95,31 +99,6 @@ TEST_F(ZarquetteMidi, HostEventsDriveTheirParameterByNrpn)
     EXPECT_EQ(host.sent_lists, 0);
 }
 
-TEST_F(ZarquetteMidi, JunkEventListsAreIgnored)
-{
-    EventList list;
-    nrpn(list, -5, 1, 16383);  // before the block: at its first frame
-    list.add(1000, 0xB0, 99, 0);  // after it: at its last frame
-    list.add(0, 0xF0, 0x7E, 0x7F);
-    list.add(0, 0xB0, 6, 0, lumo::vst2::event_types::sysex);
-    list.add(0, 0x26, 0xFF, 0xFF);
-    send(list);
-    EXPECT_EQ(param(1), 1.0f);
-
-    lumo::vst2::Events* events = list.build();
-    for (std::int32_t count : {-1, 0, 10001, 0x7FFFFFFF})
-    {
-        events->num_events = count;
-        EXPECT_EQ(dispatch(PluginOp::process_events, 0, 0, events), 1);
-    }
-    events->num_events = 1;
-    events->events[0] = nullptr;
-    EXPECT_EQ(dispatch(PluginOp::process_events, 0, 0, events), 1);
-    EXPECT_EQ(dispatch(PluginOp::process_events, 0, 0, nullptr), 1);
-    block();
-    EXPECT_EQ(param(1), 1.0f);
-}
-
 TEST_F(ZarquetteMidi, ProgramSelectionIsEchoedAtTheNextBlockButAutomationIsNot)
 {
     ASSERT_EQ(adapter().use_midi_dispatcher()->select_output(0), 0);
@@ -153,6 +132,31 @@ TEST_F(ZarquetteMidi, ProgramSelectionIsEchoedAtTheNextBlockButAutomationIsNot)
     EXPECT_EQ(host.sent_midi, expected);
     block();
     EXPECT_EQ(host.sent_lists, 1);
+}
+
+// A change from the editor goes back out as the NRPN of the parameter it
+// changed: with a host order of its own in force, the echo still names the
+// parameter (Bof, NRPN 1), while the host hears of it at its host position.
+TEST_F(ZarquetteMidi, AnEditorChangeIsEchoedAsItsParametersNrpn)
+{
+    ASSERT_EQ(adapter().use_midi_dispatcher()->select_output(0), 0);
+    lumo::HostGuiInterface& editor_service = *adapter().use_gui()->use_host();
+    ASSERT_TRUE(editor_service.take(1, 200));
+    ASSERT_TRUE(editor_service.set_and_report_param(1, 0.25f, 200));
+    block();
+    EXPECT_EQ(host.sent_midi, (Strings{"B0 63 00", "B0 62 01", "B0 06 20", "B0 26 00"}));
+    editor_service.release(1, 200);
+
+    basic::ConfKeyMulti root("root");
+    root.add_key(*basic::ConfKeyFactory().create_key("parameter_reorder_map = { 5 4 3 2 1 0 }"));
+    ASSERT_EQ(adapter().use_param_reorder().load_settings(root), 0);
+    host.sent_midi.clear();
+    ASSERT_TRUE(editor_service.take(1, 200));
+    ASSERT_TRUE(editor_service.set_and_report_param(1, 1.0f, 200));
+    block();
+    EXPECT_EQ(host.sent_midi, (Strings{"B0 63 00", "B0 62 01", "B0 06 7F", "B0 26 7F"}));
+    EXPECT_EQ(host.last_automated_index.load(), 4);
+    editor_service.release(1, 200);
 }
 
 TEST_F(ZarquetteMidi, AHostListHoldsAtMost1024Events)

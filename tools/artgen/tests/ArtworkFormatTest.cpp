@@ -85,18 +85,13 @@ TEST(ArtworkFormat, EveryBuildDrawsTheSameBytes)
     }
 }
 
-TEST(ArtworkFormat, EmbeddedResourcesAreTheGeneratedOnesFoundWithoutRegardToCase)
+TEST(ArtworkFormat, EmbeddedResourcesAreTheGeneratedOnes)
 {
     for (const Expected& e : expected)
     {
-        std::string lower = e.name;
-        for (char& c : lower)
-        {
-            c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-        }
         std::size_t size = 0;
-        const std::uint8_t* data = sys::get_resource("APIC", lower.c_str(), &size);
-        ASSERT_NE(data, nullptr) << lower;
-        EXPECT_EQ(std::vector<std::uint8_t>(data, data + size), artwork().get(e.name).bytes) << lower;
+        const std::uint8_t* data = sys::get_resource("APIC", e.name, &size);
+        ASSERT_NE(data, nullptr) << e.name;
+        EXPECT_EQ(std::vector<std::uint8_t>(data, data + size), artwork().get(e.name).bytes) << e.name;
     }
 }

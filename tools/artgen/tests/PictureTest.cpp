@@ -17,11 +17,6 @@ const artgen::ArtworkSet& artwork()
     return set;
 }
 
-double wrap_deg(double d)
-{
-    return d - 360.0 * std::floor((d + 180.0) / 360.0);
-}
-
 }  // namespace
 
 TEST(KnobPictures, BodiesAreRoundAboutTheirHotSpotWithSmoothEdges)
@@ -52,38 +47,6 @@ TEST(KnobPictures, BodiesAreRoundAboutTheirHotSpotWithSmoothEdges)
         EXPECT_GT(area, 0.85 * disc);
         EXPECT_LT(area, 1.01 * disc);
         EXPECT_GT(partial, static_cast<int>(2 * pi * k.radius));
-    }
-}
-
-TEST(KnobPictures, PointerMarkReadsFromLowerLeftToLowerRight)
-{
-    // The white pointer's direction, turned by the toolkit's angle at value 0
-    // (the angle offset) and at value 1 (offset plus span), must land at the
-    // lower left (225 degrees) and the lower right (-45 degrees).
-    for (const artgen::KnobLayout& k : artgen::knob_layouts)
-    {
-        SCOPED_TRACE(k.resource);
-        const ApicView v(artwork().get(k.resource).bytes);
-        double sx = 0.0, sy = 0.0;
-        int white = 0;
-        for (int y = 0; y < v.height; ++y)
-        {
-            for (int x = 0; x < v.width; ++x)
-            {
-                const double dx = x - k.hot_x, dy = k.hot_y - y;
-                // The pointer, not the fine ring around the cap.
-                if (v.white(x, y) && std::sqrt(dx * dx + dy * dy) < k.radius * 0.7)
-                {
-                    sx += dx;
-                    sy += dy;
-                    ++white;
-                }
-            }
-        }
-        ASSERT_GT(white, 4);
-        const double deg = std::atan2(sy, sx) * 180.0 / pi;
-        EXPECT_NEAR(wrap_deg(deg + 360.0 * k.angle_offset - 225.0), 0.0, 8.0);
-        EXPECT_NEAR(wrap_deg(deg + 360.0 * (k.angle_offset + artgen::knob_angle_span) + 45.0), 0.0, 8.0);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "tools/vsthost/WavReader.h"
 #include "tools/vsthost/WavWriter.h"
+#include "tests/support/Riff.h"
 
 #include <gtest/gtest.h>
 
@@ -45,39 +46,25 @@ std::vector<std::vector<float>> read_all(const std::string& bytes, int& channels
     return out;
 }
 
-// A little-endian RIFF file from its chunks.
-std::string riff(const std::string& chunks)
+using zq_test::Bytes;
+using zq_test::chunk;
+
+// A RIFF WAVE file of these chunks, as the reader's stream sees it.
+std::string riff(std::initializer_list<Bytes> chunks)
 {
-    std::string s = "RIFF";
-    const auto size = static_cast<std::uint32_t>(chunks.size() + 4);
-    for (int i = 0; i < 4; ++i)
-    {
-        s += static_cast<char>((size >> (8 * i)) & 0xFF);
-    }
-    return s + "WAVE" + chunks;
+    const Bytes b = zq_test::riff(chunks);
+    return std::string(b.begin(), b.end());
 }
 
-std::string chunk(const std::string& tag, const std::string& body, std::uint32_t claimed = 0)
+// The format chunk of a file at 44.1 kHz.
+Bytes fmt(unsigned format, unsigned channels, unsigned bits, std::size_t extra = 0)
 {
-    std::string s = tag;
-    const std::uint32_t size = claimed != 0 ? claimed : static_cast<std::uint32_t>(body.size());
-    for (int i = 0; i < 4; ++i)
-    {
-        s += static_cast<char>((size >> (8 * i)) & 0xFF);
-    }
-    return s + body + (body.size() % 2 == 1 ? std::string(1, '\0') : std::string());
+    return zq_test::fmt(format, channels, 44100, channels * bits / 8, bits, extra);
 }
 
-std::string fmt(std::uint16_t format, std::uint16_t channels, std::uint16_t bits)
+Bytes bytes(const std::string& text)
 {
-    std::string s(16, '\0');
-    s[0] = static_cast<char>(format & 0xFF);
-    s[1] = static_cast<char>(format >> 8);
-    s[2] = static_cast<char>(channels);
-    s[4] = static_cast<char>(0x44);  // 44100
-    s[5] = static_cast<char>(0xAC);
-    s[14] = static_cast<char>(bits);
-    return s;
+    return Bytes(text.begin(), text.end());
 }
 
 TEST(Wav, FloatFilesRoundTripExactly)
@@ -117,7 +104,7 @@ TEST(Wav, ReadsOtherFormatsAndSkipsUnknownChunks)
     const auto back24 = [&] {
         int c = 0;
         double r = 0;
-        return read_all(riff(chunk("LIST", "abc") + chunk("fmt ", fmt(1, 1, 24)) + chunk("data", data24)), c, r);
+        return read_all(riff({chunk("LIST", bytes("abc")), fmt(1, 1, 24), chunk("data", bytes(data24))}), c, r);
     }();
     ASSERT_EQ(back24[0].size(), 2u);
     EXPECT_EQ(back24[0][0], 0.5f);
@@ -126,29 +113,26 @@ TEST(Wav, ReadsOtherFormatsAndSkipsUnknownChunks)
     // 8-bit unsigned and the extensible header naming float.
     int c = 0;
     double r = 0;
-    EXPECT_EQ(read_all(riff(chunk("fmt ", fmt(1, 1, 8)) + chunk("data", "\x80\xC0")), c, r)[0][1], 0.5f);
-    std::string ext = fmt(0xFFFE, 1, 32) + std::string(10, '\0');
-    ext[24] = 3;
-    const float one = 1.0f;
-    EXPECT_EQ(read_all(riff(chunk("fmt ", ext) + chunk("data", std::string(reinterpret_cast<const char*>(&one), 4))), c,
-                       r)[0][0],
-              1.0f);
+    EXPECT_EQ(read_all(riff({fmt(1, 1, 8), chunk("data", Bytes{0x80, 0xC0})}), c, r)[0][1], 0.5f);
+    Bytes ext = fmt(0xFFFE, 1, 32, 10);
+    ext[8 + 24] = 3;  // the sub-format: float
+    EXPECT_EQ(read_all(riff({ext, chunk("data", Bytes{0, 0, 0x80, 0x3F})}), c, r)[0][0], 1.0f);
 }
 
 TEST(Wav, DataClaimingMoreThanTheFileEndsWithTheFile)
 {
     int c = 0;
     double r = 0;
-    const auto back = read_all(riff(chunk("fmt ", fmt(1, 1, 16)) + chunk("data", std::string("\x00\x40\x00\x20", 4), 1000)), c, r);
+    const auto back = read_all(riff({fmt(1, 1, 16), chunk("data", Bytes{0x00, 0x40, 0x00, 0x20}, 1000)}), c, r);
     ASSERT_EQ(back[0].size(), 2u);
     EXPECT_EQ(back[0][0], 0.5f);
 }
 
 TEST(Wav, RefusesWhatItCannotRead)
 {
-    for (const std::string& bad : {std::string("RIFX0000WAVE"), riff(chunk("fmt ", fmt(2, 1, 4)) + chunk("data", "")),
-                                   riff(chunk("data", "\x00\x00") + chunk("fmt ", fmt(1, 1, 16))),
-                                   riff(chunk("fmt ", fmt(1, 1, 16))), riff(chunk("fmt ", fmt(1, 0, 16)))})
+    for (const std::string& bad : {std::string("RIFX0000WAVE"), riff({fmt(2, 1, 4), chunk("data", {})}),
+                                   riff({chunk("data", Bytes{0, 0}), fmt(1, 1, 16)}), riff({fmt(1, 1, 16)}),
+                                   riff({fmt(1, 0, 16)})})
     {
         std::istringstream in(bad);
         EXPECT_THROW(WavReader r(in), std::runtime_error);
