@@ -7,8 +7,10 @@
 
 #include <lv2/atom/util.h>
 #include <lv2/midi/midi.h>
+#include <lv2/time/time.h>
 #include <lv2/urid/urid.h>
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
@@ -42,6 +44,38 @@ const void* StateStore::retrieve(LV2_State_Handle handle, std::uint32_t key, std
     *type = found->second.type;
     *flags = LV2_STATE_IS_POD | LV2_STATE_IS_PORTABLE;
     return found->second.bytes.data();
+}
+
+Lv2Input::Lv2Input(UridMap& map) : SequenceBytes(map.id(LV2_ATOM__Sequence)), _map(map)
+{
+}
+
+Lv2Input& Lv2Input::midi(std::int64_t frame, const std::vector<std::uint8_t>& bytes)
+{
+    event(frame, _map.id(LV2_MIDI__MidiEvent), bytes);
+    return *this;
+}
+
+Lv2Input& Lv2Input::cc(std::int64_t frame, int controller, int value)
+{
+    return midi(frame, {0xB0, static_cast<std::uint8_t>(controller), static_cast<std::uint8_t>(value)});
+}
+
+Lv2Input& Lv2Input::nrpn(std::int64_t frame, int number, int value)
+{
+    return cc(frame, 99, number / 128).cc(frame, 98, number % 128).cc(frame, 6, value / 128).cc(frame, 38, value % 128);
+}
+
+Lv2Input& Lv2Input::tempo(std::int64_t frame, float bpm)
+{
+    const std::uint32_t position = _map.id(LV2_TIME__Position);
+    return object(frame, ObjectBytes(position).property(_map.id(LV2_TIME__beatsPerMinute), _map.id(LV2_ATOM__Float), bpm));
+}
+
+Lv2Input& Lv2Input::object(std::int64_t frame, const ObjectBytes& object)
+{
+    event(frame, _map.id(LV2_ATOM__Object), object.bytes);
+    return *this;
 }
 
 const LV2_Descriptor& Lv2Rig::use_descriptor()
@@ -103,6 +137,22 @@ float Lv2Rig::param(int index)
     return plugin().use_dsp().use_param(index).get_norm();
 }
 
+std::vector<float> Lv2Rig::params()
+{
+    std::vector<float> out;
+    for (int i = 0; i < plugin().use_dsp().get_nbr_param(); ++i)
+    {
+        out.push_back(param(i));
+    }
+    return out;
+}
+
+void Lv2Rig::feed(float left, float right)
+{
+    std::fill(in_l.begin(), in_l.end(), left);
+    std::fill(in_r.begin(), in_r.end(), right);
+}
+
 void Lv2Rig::send(SequenceBytes& sequence)
 {
     const LV2_Atom_Sequence* seq = sequence.get();
@@ -111,7 +161,7 @@ void Lv2Rig::send(SequenceBytes& sequence)
 
 void Lv2Rig::clear_input()
 {
-    SequenceBytes empty(_map.id(LV2_ATOM__Sequence));
+    Lv2Input empty = input();
     send(empty);
 }
 
@@ -121,6 +171,13 @@ void Lv2Rig::run(std::uint32_t frames)
     out->atom.size = atom_capacity - sizeof(LV2_Atom);
     out->atom.type = 0;
     use_descriptor().run(handle, frames);
+}
+
+void Lv2Rig::run(std::uint32_t frames, SequenceBytes& events)
+{
+    send(events);
+    run(frames);
+    clear_input();
 }
 
 std::vector<std::string> Lv2Rig::sent_midi()
@@ -151,16 +208,19 @@ const LV2_Atom_Sequence& Lv2Rig::use_output() const
     return *reinterpret_cast<const LV2_Atom_Sequence*>(_atom_out.data());
 }
 
+const LV2_State_Interface& Lv2Rig::use_state() const
+{
+    return *static_cast<const LV2_State_Interface*>(use_descriptor().extension_data(LV2_STATE__interface));
+}
+
 LV2_State_Status Lv2Rig::save(StateStore& store)
 {
-    const auto* iface = static_cast<const LV2_State_Interface*>(use_descriptor().extension_data(LV2_STATE__interface));
-    return iface->save(handle, &StateStore::store, &store, LV2_STATE_IS_POD, nullptr);
+    return use_state().save(handle, &StateStore::store, &store, LV2_STATE_IS_POD, nullptr);
 }
 
 LV2_State_Status Lv2Rig::restore(StateStore& store)
 {
-    const auto* iface = static_cast<const LV2_State_Interface*>(use_descriptor().extension_data(LV2_STATE__interface));
-    return iface->restore(handle, &StateStore::retrieve, &store, 0, nullptr);
+    return use_state().restore(handle, &StateStore::retrieve, &store, 0, nullptr);
 }
 
 int Lv2Rig::log_vprintf(LV2_Log_Handle handle, LV2_URID /*type*/, const char* fmt, va_list args)

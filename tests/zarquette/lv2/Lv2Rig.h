@@ -35,6 +35,23 @@ public:
     std::map<std::uint32_t, Value> values;
 };
 
+// Events for the plug-in's input port, of the kinds a host sends.
+class Lv2Input : public SequenceBytes
+{
+public:
+    explicit Lv2Input(UridMap& map);
+    Lv2Input& midi(std::int64_t frame, const std::vector<std::uint8_t>& bytes);
+    Lv2Input& cc(std::int64_t frame, int controller, int value);
+    // The NRPN number with a 14-bit value, as the four controllers that carry it.
+    Lv2Input& nrpn(std::int64_t frame, int number, int value);
+    // The host's transport position with its tempo.
+    Lv2Input& tempo(std::int64_t frame, float bpm);
+    Lv2Input& object(std::int64_t frame, const ObjectBytes& object);
+
+private:
+    UridMap& _map;
+};
+
 // Zarquette through its LV2 descriptor, as a host runs it: every port
 // connected to buffers of the rig, the URID map and a log that keeps what the
 // plug-in writes. Several rigs may share one map (a saved state names its
@@ -52,17 +69,21 @@ public:
 
     static const LV2_Descriptor& use_descriptor();
     lumo::Lv2Plugin& plugin() { return *static_cast<lumo::Lv2Plugin*>(handle); }
-    std::uint32_t id(const char* uri) { return _map.id(uri); }
+    Lv2Input input() { return Lv2Input(_map); }
     // The port of a parameter by its symbol.
     float& control(const char* symbol);
     float param(int index);
+    std::vector<float> params();
+    // The same input at every frame, so that blocks split anywhere hear alike.
+    void feed(float left, float right);
 
     // Puts a sequence into the input port for the next blocks (an empty one
     // until then); frames of the events count from each block's start.
     void send(SequenceBytes& sequence);
     void clear_input();
-    // One block of frames (at most the rig's block) with the input signal.
+    // One block of frames (at most the rig's block), with the events for it alone.
     void run(std::uint32_t frames);
+    void run(std::uint32_t frames, SequenceBytes& events);
     // The MIDI the plug-in put into its output in the last block, as hex text.
     std::vector<std::string> sent_midi();
     // All it put there, for an editor to hear.
@@ -81,6 +102,7 @@ public:
 private:
     static int log_vprintf(LV2_Log_Handle handle, LV2_URID type, const char* fmt, va_list args);
     static int log_printf(LV2_Log_Handle handle, LV2_URID type, const char* fmt, ...);
+    const LV2_State_Interface& use_state() const;
 
     UridMap& _map;
     LV2_Log_Log _log{this, &Lv2Rig::log_printf, &Lv2Rig::log_vprintf};

@@ -3,7 +3,6 @@
 #include "zarquette/lv2/ZarquetteLv2Recipe.h"
 
 #include <lv2/atom/util.h>
-#include <lv2/midi/midi.h>
 #include <lv2/urid/urid.h>
 
 #include <dlfcn.h>
@@ -92,21 +91,17 @@ void Lv2UiRig::port_event(std::uint32_t port, std::uint32_t size, std::uint32_t 
 
 void Lv2UiRig::exchange(const std::vector<std::uint8_t>& midi)
 {
-    SequenceBytes in(_map.id(LV2_ATOM__Sequence));
+    Lv2Input in = _plugin.input();
     if (!midi.empty())
     {
-        in.event(0, _map.id(LV2_MIDI__MidiEvent), midi);
+        in.midi(0, midi);
     }
     for (const std::vector<std::uint8_t>& atom : _to_plugin)
     {
-        LV2_Atom head{};
-        std::memcpy(&head, atom.data(), sizeof(head));
-        in.event(0, head.type, std::vector<std::uint8_t>(atom.begin() + sizeof(head), atom.end()));
+        in.atom(0, *reinterpret_cast<const LV2_Atom*>(atom.data()));
     }
     _to_plugin.clear();
-    _plugin.send(in);
-    _plugin.run(64);
-    _plugin.clear_input();
+    _plugin.run(64, in);
     const std::uint32_t notify = _plugin.plugin().use_layout().get_atom_out();
     const std::uint32_t transfer = _map.id(LV2_ATOM__eventTransfer);
     LV2_ATOM_SEQUENCE_FOREACH(&_plugin.use_output(), e)

@@ -6,8 +6,6 @@
 #include "sys/ClockPin.h"
 
 #include <lv2/atom/atom.h>
-#include <lv2/midi/midi.h>
-#include <lv2/time/time.h>
 
 #include <gtest/gtest.h>
 
@@ -21,7 +19,6 @@ namespace
 {
 
 using zq_test::Lv2Rig;
-using zq_test::SequenceBytes;
 
 // Blocks with everything a host sends: control changes, MIDI mapped to
 // parameters, tempo changes, an editor's learn that each block's controllers
@@ -34,25 +31,16 @@ protected:
         // The echo goes to the host's output.
         ASSERT_EQ(rig.plugin().use_midi_dispatcher()->select_output(0), 0);
         ASSERT_EQ(rig.save(state), LV2_STATE_SUCCESS);
-        const std::uint32_t midi = map.id(LV2_MIDI__MidiEvent);
-        const std::uint32_t object = map.id(LV2_ATOM__Object);
         const auto key = [this](const char* fragment) { return map.id(std::string("urn:velnor:zarquette") + fragment); };
-        events.event(0, object, zq_test::ObjectBytes(key(lumo::lv2_learn_key::bindings_get)).bytes);
-        events.event(0, object,
-                     zq_test::ObjectBytes(key(lumo::lv2_learn_key::learn_start))
-                         .property(key(lumo::lv2_learn_key::parameter), map.id(LV2_ATOM__Int), std::int32_t{1})
-                         .bytes);
+        events.object(0, zq_test::ObjectBytes(key(lumo::lv2_learn_key::bindings_get)));
+        events.object(0, zq_test::ObjectBytes(key(lumo::lv2_learn_key::learn_start))
+                             .property(key(lumo::lv2_learn_key::parameter), map.id(LV2_ATOM__Int), std::int32_t{1}));
         for (int f = 0; f < 256; f += 16)
         {
-            events.event(f, midi, {0xB0, 99, 0}).event(f, midi, {0xB0, 98, 4});
-            events.event(f, midi, {0xB0, 6, static_cast<std::uint8_t>(f / 2)}).event(f, midi, {0xB0, 38, 0});
-            events.event(f + 8, map.id(LV2_ATOM__Object),
-                         zq_test::ObjectBytes(map.id(LV2_TIME__Position))
-                             .property(map.id(LV2_TIME__beatsPerMinute), map.id(LV2_ATOM__Float), 100.0f + f)
-                             .bytes);
+            events.nrpn(f, 4, f * 64).tempo(f + 8, 100.0f + static_cast<float>(f));
         }
         rig.send(events);
-        std::fill(rig.in_l.begin(), rig.in_l.end(), 0.25f);
+        rig.feed(0.25f, 0.0f);
     }
 
     // Blocks whose controls move.
@@ -71,7 +59,7 @@ protected:
     zq_test::UridMap map;
     Lv2Rig rig{map};
     zq_test::StateStore state;
-    SequenceBytes events{map.id(LV2_ATOM__Sequence)};
+    zq_test::Lv2Input events = rig.input();
 };
 
 TEST_F(ZarquetteLv2RealTime, RunAllocatesNothing)

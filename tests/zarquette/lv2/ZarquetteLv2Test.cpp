@@ -8,12 +8,9 @@
 #include "lumo/midi/MidiDevSelDispatcher.h"
 #include "lumo/midi/MidiMgr.h"
 #include "sys/ClockPin.h"
-#include "sys/PersistentKeyList.h"
-#include "tests/basic/ScratchDir.h"
+#include "tests/zarquette/plugin/SettingsAutoload.h"
 
 #include <lv2/atom/util.h>
-#include <lv2/midi/midi.h>
-#include <lv2/time/time.h>
 
 #include <gtest/gtest.h>
 
@@ -27,7 +24,6 @@ namespace
 
 using Strings = std::vector<std::string>;
 using zq_test::Lv2Rig;
-using zq_test::SequenceBytes;
 
 enum Param
 {
@@ -42,33 +38,6 @@ enum Param
 class ZarquetteLv2 : public ::testing::Test
 {
 protected:
-    SequenceBytes sequence() { return SequenceBytes(map.id(LV2_ATOM__Sequence)); }
-    void cc(SequenceBytes& s, std::int64_t frame, int controller, int value)
-    {
-        s.event(frame, map.id(LV2_MIDI__MidiEvent),
-                {0xB0, static_cast<std::uint8_t>(controller), static_cast<std::uint8_t>(value)});
-    }
-    void nrpn(SequenceBytes& s, std::int64_t frame, int number, int value)
-    {
-        cc(s, frame, 99, number / 128);
-        cc(s, frame, 98, number % 128);
-        cc(s, frame, 6, value / 128);
-        cc(s, frame, 38, value % 128);
-    }
-    void position(SequenceBytes& s, std::int64_t frame, float bpm)
-    {
-        s.event(frame, map.id(LV2_ATOM__Object),
-                zq_test::ObjectBytes(map.id(LV2_TIME__Position))
-                    .property(map.id(LV2_TIME__beatsPerMinute), map.id(LV2_ATOM__Float), bpm)
-                    .bytes);
-    }
-    // The same signal at every frame, so that blocks split anywhere see alike input.
-    static void feed(Lv2Rig& rig)
-    {
-        std::fill(rig.in_l.begin(), rig.in_l.end(), 0.25f);
-        std::fill(rig.in_r.begin(), rig.in_r.end(), -0.125f);
-    }
-
     sys::ClockPin clock{100.0};
     zq_test::UridMap map;
 };
@@ -93,23 +62,19 @@ protected:
     int exchange(Requests asked = {}, const std::vector<std::uint8_t>& midi = {})
     {
         mirror.send_changes([&asked](Request request, int param) { asked.emplace_back(request, param); });
-        SequenceBytes s = sequence();
+        zq_test::Lv2Input in = rig.input();
         for (const auto& [request, param] : asked)
         {
             alignas(8) std::uint8_t buffer[128];
             lv2_atom_forge_set_buffer(&forge, buffer, sizeof(buffer));
             EXPECT_TRUE(lumo::Lv2LearnMessage::write_request(forge, urids, request, param));
-            const auto* atom = reinterpret_cast<const LV2_Atom*>(buffer);
-            const auto* body = reinterpret_cast<const std::uint8_t*>(atom + 1);
-            s.event(0, atom->type, std::vector<std::uint8_t>(body, body + atom->size));
+            in.atom(0, *reinterpret_cast<const LV2_Atom*>(buffer));
         }
         if (!midi.empty())
         {
-            s.event(0, map.id(LV2_MIDI__MidiEvent), midi);
+            in.midi(0, midi);
         }
-        rig.send(s);
-        rig.run(32);
-        rig.clear_input();
+        rig.run(32, in);
         int reports = 0;
         LV2_ATOM_SEQUENCE_FOREACH(&rig.use_output(), e)
         {
@@ -171,94 +136,64 @@ TEST_F(ZarquetteLv2Learn, WhatTheEditorDoesReachesThePluginAndThePluginsBindings
     EXPECT_EQ(plugin_mgr.get_pending_learn(), 255);
 }
 
-TEST_F(ZarquetteLv2, ControlPortsAreHostAutomationInTheUnitsTheHostShows)
+// An NRPN sweep through the atom port, then the control ports in natural units.
+TEST_F(ZarquetteLv2, MidiAndControlPortsMoveTheParametersAsHostAutomation)
 {
     Lv2Rig rig(map);
-    rig.run(64);
+    rig.run(16);
+    EXPECT_EQ(rig.param(gauloises), 0.0f);
     EXPECT_FLOAT_EQ(rig.param(tempo), 1.0f / 3.0f);
+    zq_test::Lv2Input sweep = rig.input();
+    for (int step = 0; step < 12; ++step)
+    {
+        sweep.nrpn(step, gauloises, std::min(step * 1490, 16383));
+    }
+    rig.run(16, sweep);
+    EXPECT_EQ(rig.param(gauloises), 1.0f);
+    // A mapped controller holds its parameter for half a second: a control
+    // change meanwhile is dropped, as VST 2 host automation is.
+    rig.control("gauloises") = 30.0f;
+    rig.run(64);
+    EXPECT_EQ(rig.param(gauloises), 1.0f);
+    clock.advance(0.6);
+
     rig.control("gauloises") = 80.0f;
     rig.control("tempo") = 90.0f;
     rig.control("nuclear_power") = 1.0f;
     rig.control("oignons") = 250.0f;  // beyond its range: the nearest end
     rig.control("vin_rouge") = std::numeric_limits<float>::quiet_NaN();
     rig.run(64);
-    EXPECT_EQ(rig.param(gauloises), 0.8f);
-    EXPECT_FLOAT_EQ(rig.param(tempo), 30.0f / 180.0f);
-    EXPECT_EQ(rig.param(nuke), 1.0f);
-    EXPECT_EQ(rig.param(oignons), 1.0f);
-    EXPECT_EQ(rig.param(vin_rouge), 0.0f);
-
-    // A mapped controller holds its parameter for half a second: a control
-    // change meanwhile is dropped, as VST 2 host automation is.
-    SequenceBytes s = sequence();
-    nrpn(s, 0, gauloises, 0);
-    rig.send(s);
-    rig.run(64);
-    rig.clear_input();
-    EXPECT_EQ(rig.param(gauloises), 0.0f);
-    rig.control("gauloises") = 30.0f;
-    rig.run(64);
-    EXPECT_EQ(rig.param(gauloises), 0.0f);
-    clock.advance(0.6);
-    rig.control("gauloises") = 40.0f;
-    rig.run(64);
-    EXPECT_EQ(rig.param(gauloises), 0.4f);
-}
-
-TEST_F(ZarquetteLv2, AnNrpnSweepMovesGauloisesFromZeroToOne)
-{
-    Lv2Rig rig(map);
-    rig.run(16);
-    EXPECT_EQ(rig.param(gauloises), 0.0f);
-    SequenceBytes s = sequence();
-    for (int step = 0; step < 12; ++step)
-    {
-        nrpn(s, step, gauloises, std::min(step * 1490, 16383));
-    }
-    rig.send(s);
-    rig.run(16);
-    EXPECT_EQ(rig.param(gauloises), 1.0f);
+    const std::vector<float> now = rig.params();
+    EXPECT_FLOAT_EQ(now[tempo], 30.0f / 180.0f);
+    EXPECT_EQ(std::vector<float>(now.begin() + 1, now.end()), (std::vector<float>{0.0f, 0.8f, 1.0f, 1.0f, 0.0f}));
 }
 
 // A change at frame 100 of a block sounds from frame 100: the block rendered
 // whole matches the same block rendered as 100 frames, the change, and the rest.
 TEST_F(ZarquetteLv2, MidiTakesEffectAtTheFrameItCarries)
 {
-    std::vector<std::vector<float>> outputs;
-    for (const int split : {0, 100, 256})
-    {
+    // The last block after a while of sound, cut after `cut` frames, the NRPN
+    // at frame `at` of the part after the cut.
+    const auto render = [this](std::uint32_t cut, std::int64_t at) {
         Lv2Rig rig(map);
-        feed(rig);
+        rig.feed(0.25f, -0.125f);
         rig.control("gauloises") = 100.0f;
         rig.control("oignons") = 100.0f;
         for (int b = 0; b < 40; ++b)
         {
             rig.run(256);
         }
-        SequenceBytes s = sequence();
-        nrpn(s, split == 0 ? 100 : 0, gauloises, 0);
-        if (split == 256)
+        if (cut > 0)
         {
-            rig.send(s);
-            rig.run(256);
+            rig.run(cut);
         }
-        else if (split == 100)
-        {
-            rig.run(100);
-            rig.send(s);
-            rig.run(156);
-        }
-        else
-        {
-            rig.send(s);
-            rig.run(256);
-        }
-        outputs.push_back(std::vector<float>(rig.out_l.begin(), rig.out_l.begin() + (split == 100 ? 156 : 256)));
-    }
-    const std::vector<float> whole_tail(outputs[0].begin() + 100, outputs[0].end());
-    EXPECT_EQ(whole_tail, outputs[1]);
+        rig.run(256 - cut, rig.input().nrpn(at, gauloises, 0));
+        return std::vector<float>(rig.out_l.begin(), rig.out_l.begin() + (256 - cut));
+    };
+    const std::vector<float> whole = render(0, 100);
+    EXPECT_EQ(std::vector<float>(whole.begin() + 100, whole.end()), render(100, 0));
     // The change is audible at once: applied at the block's start, it gives other samples.
-    EXPECT_NE(outputs[0], outputs[2]);
+    EXPECT_NE(whole, render(0, 0));
 }
 
 TEST_F(ZarquetteLv2, TheHostsTempoIsFoldedIntoRangeAndWinsOverTheTempoPort)
@@ -269,69 +204,38 @@ TEST_F(ZarquetteLv2, TheHostsTempoIsFoldedIntoRangeAndWinsOverTheTempoPort)
     for (const float bpm : {0.0f, -120.0f, std::numeric_limits<float>::quiet_NaN(),
                             std::numeric_limits<float>::infinity()})
     {
-        SequenceBytes bad = sequence();
-        position(bad, 0, bpm);
-        rig.send(bad);
-        rig.run(64);
+        rig.run(64, rig.input().tempo(0, bpm));
     }
     rig.control("tempo") = 90.0f;
     rig.run(64);
     EXPECT_FLOAT_EQ(rig.param(tempo), 30.0f / 180.0f);
-    SequenceBytes s = sequence();
-    position(s, 10, 50.0f);
-    rig.send(s);
-    rig.run(64);
+    rig.run(64, rig.input().tempo(10, 50.0f));
     EXPECT_FLOAT_EQ(rig.param(tempo), 40.0f / 180.0f);  // 100 BPM
-    rig.clear_input();
     rig.control("tempo") = 200.0f;
     rig.run(64);
     EXPECT_FLOAT_EQ(rig.param(tempo), 40.0f / 180.0f);
 }
-
-// A settings file named for autoload in the (scratch) key store, for one test.
-class Autoload
-{
-public:
-    explicit Autoload(const std::string& config)
-    {
-        const std::string file = _dir.write_file("mine.cfg", config);
-        _key.set_string("LatestConfigAutoload", "1");
-        _key.set_string("LatestConfigFile", file);
-    }
-    ~Autoload() { _key.set_string("LatestConfigAutoload", "0"); }
-    Autoload(const Autoload&) = delete;
-    Autoload& operator=(const Autoload&) = delete;
-
-private:
-    zq_test::ScratchDir _dir;
-    sys::PersistentKeyList _key{"Velnor/Zarquette/Autoload", true};
-};
 
 // The settings file of the VST 2 build serves the LV2 build as it is: its
 // controller drives the parameter, and its choice of the host's output port
 // sends the echo of every program the plug-in takes to the host.
 TEST_F(ZarquetteLv2, TheUsersSettingsFileBindsControllersAndSendsTheEchoToTheHost)
 {
-    const Autoload autoload("Zarquette_config_section =\n{\n   midi =\n   {\n      control_map =\n      {\n"
-                   "         id_4 = cc_74\n      }\n      port_out =\n      {\n"
-                   "         name = \"VST MIDI Out interface\"\n      }\n   }\n}\n");
+    const zq_test::SettingsAutoload autoload("Zarquette_config_section = { midi = { control_map = { id_4 = cc_74 }"
+                                             " port_out = { name = \"VST MIDI Out interface\" } } }");
     Lv2Rig rig(map);
     EXPECT_EQ(rig.plugin().use_midi_dispatcher()->get_output_names(),
               (Strings{"LV2 MIDI Out interface", "VST MIDI Out interface"}));
     // The program of start-up, every value 0.
     rig.run(64);
-    const Strings zero_nrpn = {"B0 63 00", "B0 62 00", "B0 06 00", "B0 26 00"};
     Strings sent = rig.sent_midi();
     ASSERT_EQ(sent.size(), 5u * 4u + 1u);
-    EXPECT_EQ(Strings(sent.begin(), sent.begin() + 4), zero_nrpn);
+    EXPECT_EQ(Strings(sent.begin(), sent.begin() + 4), (Strings{"B0 63 00", "B0 62 00", "B0 06 00", "B0 26 00"}));
     EXPECT_EQ(sent[16], "B0 4A 00");
     rig.run(64);
     EXPECT_TRUE(rig.sent_midi().empty());
 
-    SequenceBytes s = sequence();
-    cc(s, 5, 74, 127);
-    rig.send(s);
-    rig.run(64);
+    rig.run(64, rig.input().cc(5, 74, 127));
     EXPECT_FLOAT_EQ(rig.param(oignons), 16256.0f / 16383.0f);
 
     // A saved program comes back as MIDI at the next block.
@@ -345,8 +249,7 @@ TEST_F(ZarquetteLv2, TheUsersSettingsFileBindsControllersAndSendsTheEchoToTheHos
     rig.run(64);
     sent = rig.sent_midi();
     ASSERT_EQ(sent.size(), 21u);
-    EXPECT_EQ(Strings(sent.begin() + 8, sent.begin() + 12),
-              (Strings{"B0 63 00", "B0 62 02", "B0 06 40", "B0 26 00"}));
+    EXPECT_EQ(Strings(sent.begin() + 8, sent.begin() + 12), (Strings{"B0 63 00", "B0 62 02", "B0 06 40", "B0 26 00"}));
     EXPECT_EQ(sent[16], "B0 4A 7F");
     // The audio side's own changes are echoed as they are made.
     rig.plugin().use_dsp().use_host()->set_and_report_param(vin_rouge, 1.0f, 200);

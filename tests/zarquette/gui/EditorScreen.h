@@ -1,0 +1,69 @@
+#pragma once
+
+// What the editor's tests look for in its pictures, on- and off-screen.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace zq_test
+{
+
+// The editor's picture as 0xRRGGBB, rows of 512 from the top.
+using Screen = std::vector<std::uint32_t>;
+
+// Knob 1 ("Bof"): its centre, and the box it draws in.
+constexpr int kBofX = 294;
+constexpr int kBofY = 226;
+
+inline bool in_bof_box(int x, int y)
+{
+    return x >= 250 && x < 340 && y >= 180 && y < 275;
+}
+
+// The pixels that differ inside knob 1's box and outside it.
+inline std::pair<int, int> changes_around_bof(const Screen& a, const Screen& b)
+{
+    std::pair<int, int> changes{0, 0};
+    for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i)
+    {
+        if (a[i] != b[i])
+        {
+            ++(in_bof_box(static_cast<int>(i % 512), static_cast<int>(i / 512)) ? changes.first : changes.second);
+        }
+    }
+    return changes;
+}
+
+// Black and white artwork (and the greys of its turned knobs), nothing of
+// the host's colour left.
+inline void expect_artwork(const Screen& shown)
+{
+    EXPECT_EQ(std::count_if(shown.begin(), shown.end(),
+                            [](std::uint32_t p) { return (p & 0xFF) != (p >> 16) || (p & 0xFF) != ((p >> 8) & 0xFF); }),
+              0);
+    EXPECT_GT(std::count(shown.begin(), shown.end(), 0xFFFFFFu), 512 * 384 / 4);
+    EXPECT_GT(std::count(shown.begin(), shown.end(), 0x000000u), 1000);
+}
+
+// The dark pixels of the 8 x 8 square from (x0, y0). A bound control's learn
+// marker is a black square there in the top-right corner of its hit box
+// (for knob 1, from (kBofX + 32, kBofY - 40)).
+inline int dark_pixels(const Screen& screen, int x0, int y0)
+{
+    int dark = 0;
+    for (int y = y0; y < y0 + 8; ++y)
+    {
+        for (int x = x0; x < x0 + 8; ++x)
+        {
+            const std::uint32_t p = screen[static_cast<std::size_t>(y * 512 + x)];
+            dark += (p & 0xFF) + ((p >> 8) & 0xFF) + (p >> 16) < 96 ? 1 : 0;
+        }
+    }
+    return dark;
+}
+
+}  // namespace zq_test
