@@ -25,10 +25,11 @@ using gadu::mouse_button::left;
 using gadu::mouse_button::right;
 using zarquette::MidiLearn;
 
+using zq_test::kBofX;
+using zq_test::kBofY;
+
 constexpr int kBof = 1;
 constexpr int kNuke = 3;
-constexpr int kBofX = 294;
-constexpr int kBofY = 226;
 constexpr int kSwitchX = 344;
 constexpr int kSwitchY = 84;
 
@@ -86,22 +87,6 @@ protected:
         return control.is_highlight_state_on(zarquette::GuiEffect::learn_marker);
     }
 
-    // The dark pixels of the 8 x 8 square from (x, y).
-    int dark_pixels(int x0, int y0) const
-    {
-        const gadu::MemoryRenderingBuffer* screen = window.use_screen();
-        int dark = 0;
-        for (int y = y0; y < y0 + 8; ++y)
-        {
-            for (int x = x0; x < x0 + 8; ++x)
-            {
-                const std::uint8_t* px = screen->pixels() + (y * zarquette::ZarquetteGui::width + x) * 4;
-                dark += px[0] + px[1] + px[2] < 96 ? 1 : 0;
-            }
-        }
-        return dark;
-    }
-
     lumo::MidiMgr mgr;
 };
 
@@ -142,7 +127,6 @@ TEST_F(MidiLearnEditor, TheRightButtonNeitherTurnsAKnobNorTakesTheParameter)
     EXPECT_EQ(bof().get_value(), before);
     EXPECT_FALSE(window.holds_capture());
     EXPECT_TRUE(host->of("take").empty());
-
 }
 
 TEST_F(MidiLearnEditor, ALearnWaitsThenBindsAtTheNextTickAndForgettingUnbinds)
@@ -215,25 +199,11 @@ TEST_F(MidiLearnEditor, AWaitingMarkerBlinksAndArmingAnotherControlStopsIt)
     EXPECT_EQ(gui.use_effect_part().use_switch().get_learn_state(), MidiLearn::waiting);
 }
 
-// A map loaded from the settings file before the editor opens shows at once,
-// as a black square in the top-right corner of the control; it goes with the
-// binding.
-TEST_F(MidiLearnEditor, ABindingThatExistsAtOpenShowsFromTheFirstFrame)
-{
-    mgr.bind(kBof, 7, 0);
-    open();
-    EXPECT_EQ(bof().get_learn_state(), MidiLearn::bound);
-    EXPECT_EQ(dark_pixels(kBofX + 32, kBofY - 40), 64);
-    EXPECT_LT(dark_pixels(kBofX - 40, kBofY - 40), 32);
-
-    mgr.unbind(kBof);
-    tick();
-    EXPECT_LT(dark_pixels(kBofX + 32, kBofY - 40), 32);
-}
-
-// The map the settings file gives at start-up: the menu and the markers show
-// it, and a learn on another control leaves it working.
-TEST_F(MidiLearnEditor, AMapFromTheSettingsFileShowsAndKeepsWorkingBesideALearn)
+// The map the settings file gives at start-up shows from the first frame, as
+// a black square in the top-right corner of each bound control, and in the
+// menu; the marker goes with the binding, and a learn on another control
+// leaves the map working.
+TEST_F(MidiLearnEditor, AMapFromTheSettingsFileShowsFromTheFirstFrameAndKeepsWorkingBesideALearn)
 {
     basic::ConfKeyFactory& factory = basic::ConfKeyFactory::use_instance();
     const std::unique_ptr<basic::ConfKeyInterface> file =
@@ -243,6 +213,8 @@ TEST_F(MidiLearnEditor, AMapFromTheSettingsFileShowsAndKeepsWorkingBesideALearn)
     open();
     EXPECT_EQ(bof().get_learn_state(), MidiLearn::bound);
     EXPECT_EQ(gui.use_effect_part().use_switch().get_learn_state(), MidiLearn::bound);
+    EXPECT_EQ(zq_test::dark_pixels(screen(), kBofX + 32, kBofY - 40), 64);
+    EXPECT_LT(zq_test::dark_pixels(screen(), kBofX - 40, kBofY - 40), 32);
     right_click(kSwitchX, kSwitchY);
     EXPECT_EQ(gui.use_learn_menu().use_binding_item().get_label(), "NRPN 2");
 
@@ -258,6 +230,9 @@ TEST_F(MidiLearnEditor, AMapFromTheSettingsFileShowsAndKeepsWorkingBesideALearn)
     EXPECT_EQ(index, kBof);
     EXPECT_EQ(value, 1.0f);
 
+    mgr.unbind(kBof);
+    tick();
+    EXPECT_LT(zq_test::dark_pixels(screen(), kBofX + 32, kBofY - 40), 32);
 }
 
 // The effect binds every parameter to the NRPN of its index: the menu says

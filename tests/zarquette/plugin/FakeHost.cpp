@@ -20,6 +20,38 @@ void copy_out(void* ptr, const std::string& text)
 
 }  // namespace
 
+MidiEventList& MidiEventList::add(int frame, int status, int d1, int d2)
+{
+    lumo::vst2::MidiEvent e{};
+    e.type = lumo::vst2::event_types::midi;
+    e.byte_size = sizeof(e);
+    e.delta_frames = frame;
+    e.midi_data[0] = static_cast<char>(status);
+    e.midi_data[1] = static_cast<char>(d1);
+    e.midi_data[2] = static_cast<char>(d2);
+    events.push_back(e);
+    return *this;
+}
+
+MidiEventList& MidiEventList::nrpn(int frame, int number, int value)
+{
+    return add(frame, 0xB0, 99, number / 128)
+        .add(frame, 0xB0, 98, number % 128)
+        .add(frame, 0xB0, 6, value / 128)
+        .add(frame, 0xB0, 38, value % 128);
+}
+
+lumo::vst2::Events* MidiEventList::build()
+{
+    block.assign(2 + events.size(), 0);
+    block[0] = static_cast<std::intptr_t>(events.size());
+    for (std::size_t i = 0; i < events.size(); ++i)
+    {
+        block[2 + i] = reinterpret_cast<std::intptr_t>(&events[i]);
+    }
+    return reinterpret_cast<lumo::vst2::Events*>(block.data());
+}
+
 FakeHost::FakeHost()
 {
     time_info.tempo = 120.0;
@@ -59,6 +91,11 @@ std::intptr_t FakeHost::dispatch(lumo::vst2::AEffect* e, lumo::vst2::PluginOp op
 void FakeHost::close_plugin(lumo::vst2::AEffect* e)
 {
     dispatch(e, lumo::vst2::PluginOp::close);
+}
+
+lumo::Vst2WinPlugin& FakeHost::adapter_of(lumo::vst2::AEffect* e)
+{
+    return *static_cast<lumo::Vst2WinPlugin*>(lumo::AudioEffect::from_aeffect(e));
 }
 
 void FakeHost::keep_events(const lumo::vst2::Events* events)
@@ -118,8 +155,6 @@ std::intptr_t FakeHost::answer(std::int32_t opcode, std::int32_t index, std::int
     case HostOp::get_product_string:
         copy_out(ptr, product);
         return 1;
-    case HostOp::get_directory:
-        return directory.empty() ? 0 : reinterpret_cast<std::intptr_t>(directory.c_str());
     case HostOp::can_do:
         return can_size_window && std::strcmp(static_cast<const char*>(ptr), "sizeWindow") == 0 ? 1 : 0;
     case HostOp::begin_edit:

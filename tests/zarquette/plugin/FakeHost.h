@@ -2,11 +2,24 @@
 
 #include "lumo/vst2/Vst2Abi.h"
 #include "lumo/vst2/Vst2Entry.h"
+#include "lumo/vst2/Vst2WinPlugin.h"
 
 #include <array>
 #include <atomic>
 #include <string>
 #include <vector>
+
+// A host's MIDI event list of any length, laid out as the host lays it out.
+struct MidiEventList
+{
+    MidiEventList& add(int frame, int status, int d1, int d2);
+    // The NRPN number with a 14-bit value, as the four controllers that carry it.
+    MidiEventList& nrpn(int frame, int number, int value);
+    lumo::vst2::Events* build();
+
+    std::vector<lumo::vst2::MidiEvent> events;
+    std::vector<std::intptr_t> block;
+};
 
 // A scriptable VST 2 host for the plug-in's tests: answers the plug-in's
 // requests from its fields and counts them. One host is current at a time.
@@ -27,6 +40,7 @@ public:
     static std::intptr_t dispatch(lumo::vst2::AEffect* e, lumo::vst2::PluginOp op, std::int32_t index = 0,
                                   std::intptr_t value = 0, void* ptr = nullptr, float opt = 0.0f);
     static void close_plugin(lumo::vst2::AEffect* e);
+    static lumo::Vst2WinPlugin& adapter_of(lumo::vst2::AEffect* e);
 
     // What the host answers.
     std::intptr_t version = 2400;
@@ -37,7 +51,6 @@ public:
     std::intptr_t automatable_params = 0;
     std::string vendor = "Test Vendor";
     std::string product = "Test Host";
-    std::string directory;
     bool can_size_window = false;
     std::intptr_t parameter_quantization = 0;
     bool accept_size_window = false;

@@ -12,6 +12,7 @@
 #include "lumo/midi/MidiDevSelDispatcher.h"
 #include "lumo/vst2/Vst2WinPlugin.h"
 #include "zarquette/ZarquetteDsp.h"
+#include "zarquette/gui/ZarquetteGui.h"
 #include "zarquette/plugin/ZarquetteRecipe.h"
 
 #include <string>
@@ -29,25 +30,20 @@ using lumo::vst2::PluginOp;
 class HostServices : public PluginFixture
 {
 protected:
-    lumo::Vst2WinPlugin& adapter()
-    {
-        return *static_cast<lumo::Vst2WinPlugin*>(lumo::AudioEffect::from_aeffect(effect));
-    }
     lumo::HostDspInterface& services() { return *adapter().use_dsp()->use_host(); }
-
-    void render_block()
-    {
-        std::vector<float> l(64, 0.0f), r(64, 0.0f), ol(64), orr(64);
-        process(l, r, ol, orr);
-    }
 };
 
-TEST_F(HostServices, CanTempoIsAskedAgainAfterANoAndKeptAfterAYes)
+// A request with the tempo asks the host for it; a host that once reported
+// a tempo is not asked again whether it can, one that said no is.
+TEST_F(HostServices, TimeRequestsAskForTheTempoAndCanTempoIsKeptAfterAYes)
 {
     // A host without a tempo from the start (the plug-in asks while it opens).
     close();
     host.has_time_info = false;
     open();
+    lumo::TimeInfoRequest plain;
+    services().get_time_info(plain);
+    EXPECT_TRUE(plain.failed);
     const int before = host.count(HostOp::get_time);
     EXPECT_EQ(services().get_setting_num("can_tempo"), 0.0);
     EXPECT_EQ(services().get_setting_num("can_tempo"), 0.0);
@@ -57,40 +53,27 @@ TEST_F(HostServices, CanTempoIsAskedAgainAfterANoAndKeptAfterAYes)
     host.has_time_info = true;
     host.time_info.flags = 0;  // a time record, but no tempo in it
     EXPECT_EQ(services().get_setting_num("can_tempo"), 0.0);
-    host.time_info.flags = lumo::vst2::time_info_flags::tempo_valid;
-    EXPECT_EQ(services().get_setting_num("can_tempo"), 1.0);
-    // A host that once reported a tempo is not asked again.
-    host.has_time_info = false;
-    const int after_yes = host.count(HostOp::get_time);
-    EXPECT_EQ(services().get_setting_num("can_tempo"), 1.0);
-    EXPECT_EQ(host.count(HostOp::get_time), after_yes);
-}
-
-TEST_F(HostServices, TimeRequestsWithAndWithoutTempo)
-{
-    host.time_info.tempo = 133.0;
-    lumo::TimeInfoRequest plain;
     services().get_time_info(plain);
     EXPECT_FALSE(plain.failed);
     EXPECT_EQ(host.last_time_mask.load(), 0);
-    EXPECT_EQ(plain.tempo, 0.0);
-
     lumo::TimeInfoRequest with_tempo;
+    with_tempo.want_tempo = true;
+    services().get_time_info(with_tempo);
+    EXPECT_FALSE(with_tempo.want_tempo);
+    host.time_info.flags = lumo::vst2::time_info_flags::tempo_valid;
+    host.time_info.tempo = 133.0;
     with_tempo.want_tempo = true;
     services().get_time_info(with_tempo);
     EXPECT_EQ(host.last_time_mask.load(), lumo::vst2::time_info_flags::tempo_valid);
     EXPECT_TRUE(with_tempo.want_tempo);
     EXPECT_EQ(with_tempo.tempo, 133.0);
+    EXPECT_EQ(plain.tempo, 0.0);
 
-    host.time_info.flags = 0;
-    services().get_time_info(with_tempo);
-    EXPECT_FALSE(with_tempo.failed);
-    EXPECT_FALSE(with_tempo.want_tempo);
-
+    EXPECT_EQ(services().get_setting_num("can_tempo"), 1.0);
     host.has_time_info = false;
-    lumo::TimeInfoRequest refused;
-    services().get_time_info(refused);
-    EXPECT_TRUE(refused.failed);
+    const int after_yes = host.count(HostOp::get_time);
+    EXPECT_EQ(services().get_setting_num("can_tempo"), 1.0);
+    EXPECT_EQ(host.count(HostOp::get_time), after_yes);
 }
 
 // The step of the host's parameter quantization, for an audio side that
@@ -108,7 +91,8 @@ TEST_F(HostServices, ParameterQuantizationIsTheStepOfTheHostsCount)
 
 // Every host tempo handed to the audio side lands in the plug-in's tempo
 // record: a mark written there between blocks survives only the blocks in
-// which the host's tempo did not change.
+// which the host's tempo did not change. Folding a tempo into the range is
+// the LV2 adapter's test, where the host's tempo also meets a tempo port.
 TEST_F(HostServices, TheHostTempoReachesTheEffectOnlyWhenItChanges)
 {
     auto* core = dynamic_cast<lumo::PluginInternal*>(adapter().use_dsp());
@@ -119,11 +103,15 @@ TEST_F(HostServices, TheHostTempoReachesTheEffectOnlyWhenItChanges)
     {
         record.bpm.store(-1.0f);
         host.time_info.tempo = bpm;
-        render_block();
+        block();
         seen.push_back(record.bpm.load());
     }
     EXPECT_EQ(seen, (std::vector<float>{120.0f, -1.0f, -1.0f, 120.5f, -1.0f}));
     EXPECT_NEAR(effect->get_parameter(effect, 0), (120.5 - 60.0) / 180.0, 1e-6);
+    // The editor's hidden tempo control hears of it at the host's next idle.
+    auto& gui = dynamic_cast<zarquette::ZarquetteGui&>(*adapter().use_gui());
+    dispatch(PluginOp::edit_idle);
+    EXPECT_DOUBLE_EQ(gui.use_meta_control(0)->use_control()->get_value(), effect->get_parameter(effect, 0));
 }
 
 TEST_F(HostServices, HostAutomationWaitsWhileTheEditorHoldsAParameter)
@@ -172,7 +160,7 @@ TEST(HostServicesLive, IdleCallsCloseTheGesturesWhereTheHostForbidsTheBackground
     host.product = "LIVE";
     lumo::vst2::AEffect* effect = host.open_plugin();
     ASSERT_NE(effect, nullptr);
-    auto& adapter = *static_cast<lumo::Vst2WinPlugin*>(lumo::AudioEffect::from_aeffect(effect));
+    lumo::Vst2WinPlugin& adapter = FakeHost::adapter_of(effect);
     EXPECT_FALSE(adapter.is_using_bkg_thread());
     EXPECT_EQ(adapter.use_bkg_container().get_size(), 0);
 
@@ -190,7 +178,7 @@ TEST(HostServicesLive, IdleCallsCloseTheGesturesWhereTheHostForbidsTheBackground
     other.product = "Live Recorder";
     effect = other.open_plugin();
     ASSERT_NE(effect, nullptr);
-    EXPECT_TRUE(static_cast<lumo::Vst2WinPlugin*>(lumo::AudioEffect::from_aeffect(effect))->is_using_bkg_thread());
+    EXPECT_TRUE(FakeHost::adapter_of(effect).is_using_bkg_thread());
     FakeHost::close_plugin(effect);
 }
 
@@ -216,8 +204,8 @@ TEST_F(HostServices, TheEditorsWindowFollowsOnlyWhatTheHostAccepts)
 class OtherSettingsDsp : public zarquette::ZarquetteDsp
 {
 public:
-    static std::string category;
-    static double hide_parameters;
+    static inline std::string category = "effect";
+    static inline double hide_parameters = 0.0;
 
     std::string get_setting_str(const char* key) const override
     {
@@ -231,64 +219,61 @@ public:
     }
 };
 
-std::string OtherSettingsDsp::category = "effect";
-double OtherSettingsDsp::hide_parameters = 0.0;
-
 lumo::DspInterface* create_other_settings_dsp()
 {
     return new OtherSettingsDsp;
 }
 
-lumo::Vst2PluginRecipe make_other_settings_recipe()
+// The plug-in built with the effect above.
+class HostServicesSettings : public PluginFixture
 {
-    lumo::Vst2PluginRecipe recipe = zarquette::get_vst2_recipe();
-    recipe.create_dsp = &create_other_settings_dsp;
-    return recipe;
-}
+protected:
+    HostServicesSettings()
+    {
+        other.create_dsp = &create_other_settings_dsp;
+        recipe = &other;
+    }
+    ~HostServicesSettings() override
+    {
+        OtherSettingsDsp::category = "effect";
+        OtherSettingsDsp::hide_parameters = 0.0;
+    }
 
-TEST(HostServicesSettings, CategorySpellings)
+    lumo::Vst2PluginRecipe other = zarquette::get_vst2_recipe();
+};
+
+TEST_F(HostServicesSettings, CategorySpellings)
 {
-    FakeHost host;
-    const lumo::Vst2PluginRecipe recipe = make_other_settings_recipe();
     for (const auto& [text, category, synth] : std::vector<std::tuple<std::string, int, bool>>{
              {"", 1, false}, {"Effect", 1, false}, {"hybrid", 1, false}, {"INSTRUMENT", 2, true},
              {"Analyser", 3, false}, {"analyzer", 0, false}, {"effects", 0, false}})
     {
+        close();
         OtherSettingsDsp::category = text;
-        lumo::vst2::AEffect* effect = host.open_plugin(recipe);
-        ASSERT_NE(effect, nullptr);
-        EXPECT_EQ(FakeHost::dispatch(effect, PluginOp::get_plug_category), category) << text;
+        open();
+        EXPECT_EQ(dispatch(PluginOp::get_plug_category), category) << text;
         EXPECT_EQ((effect->flags & lumo::vst2::effect_flags::is_synth) != 0, synth) << text;
-        FakeHost::close_plugin(effect);
     }
-    OtherSettingsDsp::category = "effect";
 }
 
 // Hidden parameters: the host sees none, and hears of no change, neither as
 // automation nor as the MIDI echo of a selected output.
-TEST(HostServicesSettings, HiddenParametersAreNeitherShownNorReportedNorEchoed)
+TEST_F(HostServicesSettings, HiddenParametersAreNeitherShownNorReportedNorEchoed)
 {
-    FakeHost host;
+    close();
     OtherSettingsDsp::hide_parameters = 1.0;
-    lumo::vst2::AEffect* effect = host.open_plugin(make_other_settings_recipe());
-    ASSERT_NE(effect, nullptr);
+    open();
     EXPECT_EQ(effect->num_params, 0);
     effect->set_parameter(effect, 0, 0.5f);
     EXPECT_EQ(effect->get_parameter(effect, 0), 0.0f);
-    auto& adapter = *static_cast<lumo::Vst2Plugin*>(lumo::AudioEffect::from_aeffect(effect));
-    ASSERT_EQ(adapter.use_midi_dispatcher()->select_output(0), 0);
+    ASSERT_EQ(adapter().use_midi_dispatcher()->select_output(0), 0);
     const int automated = host.count(HostOp::automate);
-    ASSERT_TRUE(adapter.set_and_report_param(2, 0.5f, 200));
-    EXPECT_EQ(adapter.use_dsp()->use_param(2).get_norm(), 0.5f);
-    std::vector<float> l(64, 0.0f), r(64, 0.0f), ol(64), orr(64);
-    float* in[2] = {l.data(), r.data()};
-    float* out[2] = {ol.data(), orr.data()};
-    effect->process_replacing(effect, in, out, 64);
+    ASSERT_TRUE(adapter().set_and_report_param(2, 0.5f, 200));
+    EXPECT_EQ(adapter().use_dsp()->use_param(2).get_norm(), 0.5f);
+    block();
     EXPECT_EQ(host.count(HostOp::automate), automated);
     EXPECT_EQ(host.count(HostOp::begin_edit), 0);
     EXPECT_TRUE(host.sent_midi.empty());
-    FakeHost::close_plugin(effect);
-    OtherSettingsDsp::hide_parameters = 0.0;
 }
 
 }  // namespace

@@ -19,8 +19,7 @@ protected:
     // what the parameters sent it (its inbox, emptied at each timer tick).
     double shown(int control)
     {
-        const auto& adapter = *static_cast<lumo::Vst2Plugin*>(lumo::AudioEffect::from_aeffect(effect));
-        auto& gui = dynamic_cast<zarquette::ZarquetteGui&>(*adapter.use_gui());
+        auto& gui = dynamic_cast<zarquette::ZarquetteGui&>(*adapter().use_gui());
         gui.use_inbox().take();
         return control < 0 ? gui.use_effect_part().use_switch().get_value()
                            : gui.use_effect_part().use_knob(control).get_value();

@@ -2,7 +2,7 @@
 
 #include "lumo/DspInterface.h"
 #include "lumo/NormalizedParamInterface.h"
-#include "sys/PersistentKeyList.h"
+#include "SettingsAutoload.h"
 #include "tests/sys/ScratchKeyStorePosix.h"
 
 #include <string>
@@ -14,8 +14,7 @@ namespace
 using lumo::vst2::PluginOp;
 
 // The user's key store is a scratch folder for the whole program.
-zq_test::ScratchKeyStore* const store =
-    static_cast<zq_test::ScratchKeyStore*>(::testing::AddGlobalTestEnvironment(new zq_test::ScratchKeyStore));
+::testing::Environment* const store = ::testing::AddGlobalTestEnvironment(new zq_test::ScratchKeyStore);
 
 // The whole way a user's parameter order takes when the plug-in starts: the
 // registry names the settings file, the file holds the map, the adapter shows
@@ -23,19 +22,9 @@ zq_test::ScratchKeyStore* const store =
 // after the map costs nothing.
 TEST(ReorderAutoload, TheUsersParameterOrderReachesTheHostAtStartUp)
 {
-    const zq_test::ScratchDir dir;
-    const std::string file = dir.write_file("mine.cfg",
-                                                        "Zarquette_config_section =\n"
-                                                        "{\n"
-                                                        "   version = 1.12\n"
-                                                        "   parameter_reorder_map = { 5_Vin_Rouge 2_Gauloises 0_Tempo }\n"
-                                                        "   typo =\n"
-                                                        "}\n");
-    {
-        sys::PersistentKeyList key("Velnor/Zarquette/Autoload", true);
-        ASSERT_EQ(key.set_string("LatestConfigAutoload", "1"), 0);
-        ASSERT_EQ(key.set_string("LatestConfigFile", file), 0);
-    }
+    const zq_test::SettingsAutoload autoload(
+        "Zarquette_config_section = { version = 1.12 parameter_reorder_map = { 5_Vin_Rouge 2_Gauloises 0_Tempo }"
+        " typo = }");
     FakeHost host;
     lumo::vst2::AEffect* effect = host.open_plugin();
     ASSERT_NE(effect, nullptr);
@@ -48,7 +37,7 @@ TEST(ReorderAutoload, TheUsersParameterOrderReachesTheHostAtStartUp)
     }
     EXPECT_EQ(names, (std::vector<std::string>{"Vin Rouge", "Gauloises", "Tempo", "Nuclear Power", "Oignons", "Bof"}));
 
-    auto& adapter = *static_cast<lumo::Vst2Plugin*>(lumo::AudioEffect::from_aeffect(effect));
+    lumo::Vst2WinPlugin& adapter = FakeHost::adapter_of(effect);
     effect->set_parameter(effect, 0, 0.5f);
     EXPECT_EQ(adapter.use_dsp()->use_param(5).get_norm(), 0.5f);
     EXPECT_EQ(effect->get_parameter(effect, 0), 0.5f);
