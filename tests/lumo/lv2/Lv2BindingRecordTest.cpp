@@ -48,10 +48,7 @@ TEST(Lv2BindingRecord, TheMapGoesThroughARecordUnchangedAndReplacesTheOneThere)
     Ids ids;
     ASSERT_TRUE(reads(bytes, ids));
     lumo::Lv2BindingRecord::apply(ids, restored);
-    for (int i = 0; i < 12; ++i)
-    {
-        EXPECT_EQ(restored.get_id(i), saved.get_id(i)) << i;
-    }
+    EXPECT_EQ(lumo::Lv2BindingRecord::write(restored), bytes);
     EXPECT_EQ(lumo::Lv2BindingRecord::write(lumo::MidiMgr()), record({}, 0));
 }
 

@@ -44,19 +44,10 @@ TEST_F(ZarquetteLv2BadInput, ARateThatIsNoRateGivesNoInstance)
 
 // A host that runs before connecting gets silence where it can be written,
 // and no crash where it cannot; without a second channel the effect runs
-// mono, where connected whole the cats are panned apart.
+// mono. (Connected whole it is stereo: the end-to-end render is the VST 2
+// build's, channel for channel.)
 TEST_F(ZarquetteLv2BadInput, UnconnectedPortsGiveSilenceAndAMissingSecondChannelMono)
 {
-    {
-        Lv2Rig rig(map);
-        rig.control("gauloises") = 100.0f;
-        rig.control("oignons") = 100.0f;
-        for (int b = 0; b < 100; ++b)
-        {
-            rig.run(256);
-        }
-        EXPECT_NE(rig.out_l, rig.out_r);
-    }
     LV2_Handle h = d.instantiate(&d, 44100.0, "/nowhere/", none);
     ASSERT_NE(h, nullptr);
     d.activate(h);

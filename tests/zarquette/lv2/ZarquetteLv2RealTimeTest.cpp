@@ -31,7 +31,7 @@ protected:
         // The echo goes to the host's output.
         ASSERT_EQ(rig.plugin().use_midi_dispatcher()->select_output(0), 0);
         ASSERT_EQ(rig.save(state), LV2_STATE_SUCCESS);
-        const auto key = [this](const char* fragment) { return map.id(std::string("urn:velnor:zarquette") + fragment); };
+        const auto key = [this](const char* fragment) { return map.id(std::string(zarquette::lv2_uri) + fragment); };
         events.object(0, zq_test::ObjectBytes(key(lumo::lv2_learn_key::bindings_get)));
         events.object(0, zq_test::ObjectBytes(key(lumo::lv2_learn_key::learn_start))
                              .property(key(lumo::lv2_learn_key::parameter), map.id(LV2_ATOM__Int), std::int32_t{1}));

@@ -8,7 +8,7 @@
 #include "lumo/midi/MidiDevSelDispatcher.h"
 #include "lumo/midi/MidiMgr.h"
 #include "sys/ClockPin.h"
-#include "tests/zarquette/plugin/SettingsAutoload.h"
+#include "SettingsAutoload.h"
 
 #include <lv2/atom/util.h>
 

@@ -15,8 +15,6 @@
 #include "zarquette/gui/ZarquetteGui.h"
 #include "zarquette/plugin/ZarquetteRecipe.h"
 
-#include <string>
-#include <tuple>
 #include <vector>
 
 namespace
@@ -74,19 +72,6 @@ TEST_F(HostServices, TimeRequestsAskForTheTempoAndCanTempoIsKeptAfterAYes)
     const int after_yes = host.count(HostOp::get_time);
     EXPECT_EQ(services().get_setting_num("can_tempo"), 1.0);
     EXPECT_EQ(host.count(HostOp::get_time), after_yes);
-}
-
-// The step of the host's parameter quantization, for an audio side that
-// asks (this effect does not).
-TEST_F(HostServices, ParameterQuantizationIsTheStepOfTheHostsCount)
-{
-    for (const auto& [count, step] : std::vector<std::pair<std::intptr_t, double>>{
-             {0, 0.0}, {1, 0.0}, {-5, 0.0}, {2, 0.5}, {128, 1.0 / 128.0}})
-    {
-        host.parameter_quantization = count;
-        EXPECT_EQ(services().get_setting_num("param_quantization"), step) << count;
-    }
-    EXPECT_EQ(services().get_setting_num("no such key"), 0.0);
 }
 
 // Every host tempo handed to the audio side lands in the plug-in's tempo
@@ -152,117 +137,77 @@ TEST_F(HostServices, ProgramChangesReportAndReleaseAsTheirSourceNeeds)
     EXPECT_TRUE(services().is_free(3, 100));
 }
 
-// Live wants edits closed from its own idle calls, never from another thread.
-TEST(HostServicesLive, IdleCallsCloseTheGesturesWhereTheHostForbidsTheBackgroundThread)
+// Live wants edits closed from its own idle calls, never from another thread;
+// another product of the same vendor gets the background thread.
+TEST_F(HostServices, IdleCallsCloseTheGesturesWhereTheHostForbidsTheBackgroundThread)
 {
-    FakeHost host;
+    close();
     host.vendor = "ableton";
     host.product = "LIVE";
-    lumo::vst2::AEffect* effect = host.open_plugin();
-    ASSERT_NE(effect, nullptr);
-    lumo::Vst2WinPlugin& adapter = FakeHost::adapter_of(effect);
-    EXPECT_FALSE(adapter.is_using_bkg_thread());
-    EXPECT_EQ(adapter.use_bkg_container().get_size(), 0);
-
-    ASSERT_TRUE(adapter.take(1, 200));
-    ASSERT_TRUE(adapter.set_and_report_param(1, 0.5f, 200));
+    open();
+    EXPECT_FALSE(adapter().is_using_bkg_thread());
+    EXPECT_EQ(adapter().use_bkg_container().get_size(), 0);
+    ASSERT_TRUE(adapter().take(1, 200));
+    ASSERT_TRUE(adapter().set_and_report_param(1, 0.5f, 200));
     EXPECT_EQ(host.last_begin_edit.load(), 1);
-    EXPECT_EQ(FakeHost::dispatch(effect, PluginOp::idle), 1);
+    EXPECT_EQ(dispatch(PluginOp::idle), 1);
     EXPECT_EQ(host.last_end_edit.load(), -1);  // still held
-    adapter.release(1, 200);
-    FakeHost::dispatch(effect, PluginOp::idle);
+    adapter().release(1, 200);
+    dispatch(PluginOp::idle);
     EXPECT_EQ(host.last_end_edit.load(), 1);
-    FakeHost::close_plugin(effect);
 
-    FakeHost other;
-    other.product = "Live Recorder";
-    effect = other.open_plugin();
-    ASSERT_NE(effect, nullptr);
-    EXPECT_TRUE(FakeHost::adapter_of(effect).is_using_bkg_thread());
-    FakeHost::close_plugin(effect);
+    close();
+    host.product = "Live Recorder";
+    open();
+    EXPECT_TRUE(adapter().is_using_bkg_thread());
 }
 
-TEST_F(HostServices, TheEditorsWindowFollowsOnlyWhatTheHostAccepts)
+// The editor's window may be sized where the host can size it (the
+// framework's resizing for editors that ask is no path of this plug-in's).
+TEST_F(HostServices, TheEditorsWindowIsResizableWhereTheHostCanSizeIt)
 {
     lumo::HostGuiVst2Win editor_services;
     editor_services.set_adapter(&adapter());
-    // A host that cannot size windows is not asked; the editor resizes itself.
-    host.can_size_window = false;
-    EXPECT_EQ(editor_services.get_setting_num(lumo::setting_key::can_resize_window), 0.0);
-    EXPECT_EQ(editor_services.resize_window(400, 300), 0);
-    EXPECT_EQ(host.count(HostOp::size_window), 0);
-    // A host that can, but refuses this size: the editor keeps its size.
-    host.can_size_window = true;
-    EXPECT_EQ(editor_services.get_setting_num(lumo::setting_key::can_resize_window), 1.0);
-    EXPECT_EQ(editor_services.resize_window(400, 300), -1);
-    EXPECT_EQ(host.count(HostOp::size_window), 1);
-    host.accept_size_window = true;
-    EXPECT_EQ(editor_services.resize_window(400, 300), 0);
+    for (const bool can : {false, true})
+    {
+        host.can_size_window = can;
+        EXPECT_EQ(editor_services.get_setting_num(lumo::setting_key::can_resize_window), can ? 1.0 : 0.0);
+    }
 }
 
-// The effect with other answers to the adapter's setting queries.
-class OtherSettingsDsp : public zarquette::ZarquetteDsp
+// The effect with its parameters hidden from the host. (The category's other
+// spellings are the framework's, for effects of other kinds: this one's is
+// the end-to-end info run's.)
+class HiddenParamsDsp : public zarquette::ZarquetteDsp
 {
 public:
-    static inline std::string category = "effect";
-    static inline double hide_parameters = 0.0;
-
-    std::string get_setting_str(const char* key) const override
-    {
-        return lumo::is_setting_key(key, lumo::setting_key::plugin_category) ? category
-                                                                              : ZarquetteDsp::get_setting_str(key);
-    }
     double get_setting_num(const char* key) const override
     {
-        return lumo::is_setting_key(key, lumo::setting_key::hide_parameters) ? hide_parameters
-                                                                              : ZarquetteDsp::get_setting_num(key);
+        return lumo::is_setting_key(key, lumo::setting_key::hide_parameters) ? 1.0 : ZarquetteDsp::get_setting_num(key);
     }
 };
 
-lumo::DspInterface* create_other_settings_dsp()
+lumo::DspInterface* create_hidden_params_dsp()
 {
-    return new OtherSettingsDsp;
+    return new HiddenParamsDsp;
 }
 
-// The plug-in built with the effect above.
-class HostServicesSettings : public PluginFixture
+class HiddenParameters : public PluginFixture
 {
 protected:
-    HostServicesSettings()
+    HiddenParameters()
     {
-        other.create_dsp = &create_other_settings_dsp;
-        recipe = &other;
-    }
-    ~HostServicesSettings() override
-    {
-        OtherSettingsDsp::category = "effect";
-        OtherSettingsDsp::hide_parameters = 0.0;
+        hidden.create_dsp = &create_hidden_params_dsp;
+        recipe = &hidden;
     }
 
-    lumo::Vst2PluginRecipe other = zarquette::get_vst2_recipe();
+    lumo::Vst2PluginRecipe hidden = zarquette::get_vst2_recipe();
 };
 
-TEST_F(HostServicesSettings, CategorySpellings)
+// The host sees none, and hears of no change, neither as automation nor as
+// the MIDI echo of a selected output.
+TEST_F(HiddenParameters, AreNeitherShownNorReportedNorEchoed)
 {
-    for (const auto& [text, category, synth] : std::vector<std::tuple<std::string, int, bool>>{
-             {"", 1, false}, {"Effect", 1, false}, {"hybrid", 1, false}, {"INSTRUMENT", 2, true},
-             {"Analyser", 3, false}, {"analyzer", 0, false}, {"effects", 0, false}})
-    {
-        close();
-        OtherSettingsDsp::category = text;
-        open();
-        EXPECT_EQ(dispatch(PluginOp::get_plug_category), category) << text;
-        EXPECT_EQ((effect->flags & lumo::vst2::effect_flags::is_synth) != 0, synth) << text;
-    }
-}
-
-// Hidden parameters: the host sees none, and hears of no change, neither as
-// automation nor as the MIDI echo of a selected output.
-TEST_F(HostServicesSettings, HiddenParametersAreNeitherShownNorReportedNorEchoed)
-{
-    close();
-    OtherSettingsDsp::hide_parameters = 1.0;
-    open();
     EXPECT_EQ(effect->num_params, 0);
     effect->set_parameter(effect, 0, 0.5f);
     EXPECT_EQ(effect->get_parameter(effect, 0), 0.0f);

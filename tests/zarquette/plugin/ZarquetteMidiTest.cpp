@@ -3,6 +3,8 @@
 
 #include "basic/ConfKeyFactory.h"
 #include "basic/ConfKeyMulti.h"
+#include "lumo/DspInterface.h"
+#include "lumo/NormalizedParamInterface.h"
 #include "lumo/GuiInterface.h"
 #include "lumo/HostGuiInterface.h"
 #include "lumo/midi/MidiDevSelDispatcher.h"
@@ -71,7 +73,9 @@ TEST_F(ZarquetteMidi, ProgramSelectionIsEchoedAtTheNextBlockButAutomationIsNot)
 
 // A change from the editor goes back out as the NRPN of the parameter it
 // changed: with a host order of its own in force, the echo still names the
-// parameter (Bof, NRPN 1), while the host hears of it at its host position.
+// parameter (Bof, NRPN 1), while the host hears of it at its host position
+// and sets parameters by it. (The order from the user's settings file at
+// start-up is an end-to-end info run.)
 TEST_F(ZarquetteMidi, AnEditorChangeIsEchoedAsItsParametersNrpn)
 {
     select_host_output();
@@ -87,6 +91,8 @@ TEST_F(ZarquetteMidi, AnEditorChangeIsEchoedAsItsParametersNrpn)
     basic::ConfKeyMulti root("root");
     root.add_key(*basic::ConfKeyFactory().create_key("parameter_reorder_map = { 5 4 3 2 1 0 }"));
     ASSERT_EQ(adapter().use_param_reorder().load_settings(root), 0);
+    effect->set_parameter(effect, 0, 0.5f);
+    EXPECT_EQ(adapter().use_dsp()->use_param(5).get_norm(), 0.5f);
     host.sent_midi.clear();
     ASSERT_TRUE(editor_service.take(1, 200));
     ASSERT_TRUE(editor_service.set_and_report_param(1, 1.0f, 200));
