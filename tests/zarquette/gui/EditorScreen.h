@@ -15,24 +15,21 @@ namespace zq_test
 // The editor's picture as 0xRRGGBB, rows of 512 from the top.
 using Screen = std::vector<std::uint32_t>;
 
-// Knob 1 ("Bof"): its centre, and the box it draws in.
+// Knob 1 ("Bof"): its centre.
 constexpr int kBofX = 294;
 constexpr int kBofY = 226;
 
-inline bool in_bof_box(int x, int y)
-{
-    return x >= 250 && x < 340 && y >= 180 && y < 275;
-}
-
-// The pixels that differ inside knob 1's box and outside it.
+// The pixels that differ inside the box knob 1 draws in and outside it.
 inline std::pair<int, int> changes_around_bof(const Screen& a, const Screen& b)
 {
     std::pair<int, int> changes{0, 0};
     for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i)
     {
+        const std::size_t x = i % 512;
+        const std::size_t y = i / 512;
         if (a[i] != b[i])
         {
-            ++(in_bof_box(static_cast<int>(i % 512), static_cast<int>(i / 512)) ? changes.first : changes.second);
+            ++(x >= 250 && x < 340 && y >= 180 && y < 275 ? changes.first : changes.second);
         }
     }
     return changes;

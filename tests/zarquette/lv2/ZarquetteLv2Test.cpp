@@ -211,9 +211,11 @@ TEST_F(ZarquetteLv2, TheHostsTempoIsFoldedIntoRangeAndWinsOverTheTempoPort)
     EXPECT_FLOAT_EQ(rig.param(tempo), 30.0f / 180.0f);
     rig.run(64, rig.input().tempo(10, 50.0f));
     EXPECT_FLOAT_EQ(rig.param(tempo), 40.0f / 180.0f);  // 100 BPM
+    rig.run(64, rig.input().tempo(0, 500.0f));
+    EXPECT_FLOAT_EQ(rig.param(tempo), 65.0f / 180.0f);  // 125 BPM
     rig.control("tempo") = 200.0f;
     rig.run(64);
-    EXPECT_FLOAT_EQ(rig.param(tempo), 40.0f / 180.0f);
+    EXPECT_FLOAT_EQ(rig.param(tempo), 65.0f / 180.0f);
 }
 
 // The settings file of the VST 2 build serves the LV2 build as it is: its

@@ -69,7 +69,7 @@ protected:
 
 // The editor's windows, pixmaps and cursors go with its own connection to the
 // display: a connection or a shared image left behind is the leak.
-TEST_F(ZarquetteLv2Ui, ShowsTheArtworkInTheHostsWindowAndLeavesNothingBehind)
+TEST_F(ZarquetteLv2Ui, ShowsTheArtworkInTheHostsWindowAtTheUsersZoomAndLeavesNothingBehind)
 {
     const Screen before = screen();
     open_editor();
@@ -94,10 +94,8 @@ TEST_F(ZarquetteLv2Ui, ShowsTheArtworkInTheHostsWindowAndLeavesNothingBehind)
     EXPECT_EQ(last.gdi, first.gdi) << first.gdi_name;
     EXPECT_EQ(last.user, first.user) << first.user_name;
     EXPECT_TRUE(x11.children_of(parent).empty());
-}
 
-TEST_F(ZarquetteLv2Ui, TheUsersZoomSizesTheEditor)
-{
+    // The user's zoom sizes the next one.
     const std::filesystem::path value =
         std::filesystem::path(std::getenv("XDG_CONFIG_HOME")) / "Velnor" / "Zarquette" / "Editor Zoom.value";
     std::filesystem::create_directories(value.parent_path());

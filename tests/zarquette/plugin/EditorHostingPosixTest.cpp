@@ -11,22 +11,16 @@
 #include "PluginFixture.h"
 
 #include "gadu/x11/ConnectionX11.h"
-#include "tests/basic/ScratchDir.h"
 #include "tests/zarquette/gui/X11EditorHost.h"
-
-#include <cstdlib>
 
 namespace
 {
 
 using lumo::vst2::PluginOp;
 
-// A scratch key store, so that the user's own zoom never sizes the editor.
 class EditorHosting : public PluginFixture, protected zq_test::X11EditorHost
 {
 protected:
-    EditorHosting() { ::setenv("XDG_CONFIG_HOME", store.get_path().c_str(), 1); }
-
     void SetUp() override
     {
         ASSERT_FALSE(server.get_name().empty()) << "Xvfb did not start";
@@ -41,7 +35,6 @@ protected:
         EXPECT_EQ(gadu::ConnectionX11::get_unexpected_error_count(), errors_before);
     }
 
-    zq_test::ScratchDir store;
     std::uint32_t errors_before = 0;
 };
 
