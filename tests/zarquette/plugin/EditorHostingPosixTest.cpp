@@ -11,12 +11,17 @@
 #include "PluginFixture.h"
 
 #include "gadu/x11/ConnectionX11.h"
+#include "tests/sys/ScratchKeyStorePosix.h"
 #include "tests/zarquette/gui/X11EditorHost.h"
 
 namespace
 {
 
 using lumo::vst2::PluginOp;
+
+// The plug-in reads and writes the per-user key store as it starts: every
+// test of this program uses a scratch one, never the user's.
+::testing::Environment* const scratch_store = ::testing::AddGlobalTestEnvironment(new zq_test::ScratchKeyStore);
 
 class EditorHosting : public PluginFixture, protected zq_test::X11EditorHost
 {

@@ -3,17 +3,11 @@
 #include "FakeHost.h"
 #include "lumo/vst2/Vst2WinPlugin.h"
 #include "tests/support/Signal.h"
-#include "tests/sys/ScratchKeyStorePosix.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
-
-// The plug-in reads and writes the per-user key store as it starts: the test
-// programs' instances use a scratch one, never the user's.
-inline ::testing::Environment* const scratch_store =
-    ::testing::AddGlobalTestEnvironment(new zq_test::ScratchKeyStore);
 
 // A loaded plug-in in a fake host, closed at the end of the test.
 class PluginFixture : public ::testing::Test
