@@ -15,7 +15,6 @@
 #               (lv2apply runs blocks of one frame; the clock is pinned to a
 #               morning with faketime). The lunch break is the effect's own
 #               and the VST 2 build's end-to-end run's.
-# bench:        lv2bench runs the plug-in.
 set -euo pipefail
 
 mode=$1 work=$2 bundle=$3
@@ -104,11 +103,6 @@ render)
   [ "$nonfinite" = 0 ] || fail "$nonfinite samples are not finite"
   ! cmp -s demo.raw lv2.raw || fail "the output is the input"
   cmp lv2.raw vst2.raw || fail "the LV2 and VST 2 renders differ"
-  ;;
-bench)
-  lv2bench -n 65536 "$uri" >bench.log
-  grep -qE "^[0-9.]+ $uri\$" bench.log || { cat bench.log; fail "lv2bench did not run the plug-in"; }
-  cat bench.log
   ;;
 *)
   fail "unknown mode $mode"

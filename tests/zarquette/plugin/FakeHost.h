@@ -100,8 +100,6 @@ public:
     std::string vendor = "Test Vendor";
     std::string product = "Test Host";
     bool can_size_window = false;
-    std::intptr_t parameter_quantization = 0;
-    bool accept_size_window = false;
     // Throws from the vendor string request: the Windows adapter asks it in
     // its constructor, after its base has been built.
     bool fail_vendor_request = false;
@@ -164,10 +162,6 @@ private:
             return index == 1 && !(value == 0 ? second_input_connected : second_output_connected) ? 1 : 0;
         case HostOp::get_num_automatable_parameters:
             return automatable_params;
-        case HostOp::get_parameter_quantization:
-            return parameter_quantization;
-        case HostOp::size_window:
-            return accept_size_window ? 1 : 0;
         case HostOp::get_vendor_string:
             if (fail_vendor_request)
             {

@@ -1,11 +1,13 @@
 #include "PluginFixture.h"
 
-#include "basic/ConfKeyData.h"
+#include "basic/ConfKeyFactory.h"
 #include "basic/ConfKeyMulti.h"
 #include "lumo/midi/MidiMgr.h"
 #include "tests/support/Signal.h"
 
 #include <atomic>
+#include <memory>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -16,18 +18,15 @@ using lumo::vst2::PluginOp;
 
 // A settings section that binds "Oignons" to controller 74 and selects the
 // host's output, or none.
-basic::ConfKeyMulti make_settings(bool with_output)
+std::unique_ptr<basic::ConfKeyInterface> make_settings(bool with_output)
 {
-    basic::ConfKeyMulti root("Zarquette_config_section");
-    basic::ConfKeyMulti midi("midi");
-    basic::ConfKeyMulti map("control_map");
-    map.add_key(basic::ConfKeyData("id_4", "cc_74"));
-    midi.add_key(map);
-    basic::ConfKeyMulti out("port_out");
-    out.add_key(basic::ConfKeyData("name", with_output ? "VST MIDI Out interface" : "none"));
-    midi.add_key(out);
-    root.add_key(midi);
-    return root;
+    return basic::ConfKeyFactory::use_instance().create_key(
+        std::string("Zarquette_config_section = { midi = { control_map = { id_4 = cc_74 } port_out = { name = \"")
+        + (with_output ? "VST MIDI Out interface" : "none") + "\" } } }");
+}
+const basic::ConfKeyMulti& multi(const std::unique_ptr<basic::ConfKeyInterface>& key)
+{
+    return dynamic_cast<const basic::ConfKeyMulti&>(*key);
 }
 
 // The host's threads at once: the audio thread floods the plug-in with mapped
@@ -52,8 +51,8 @@ TEST_F(PluginFixture, AudioMidiAutomationChunksSettingsAndTheEditorFromFourThrea
         }
     });
     std::thread main_thread([&] {
-        const basic::ConfKeyMulti with = make_settings(true);
-        const basic::ConfKeyMulti without = make_settings(false);
+        const auto with = make_settings(true);
+        const auto without = make_settings(false);
         std::vector<std::uint8_t> bank;
         for (int round = 0; !done.load(); ++round)
         {
@@ -63,7 +62,7 @@ TEST_F(PluginFixture, AudioMidiAutomationChunksSettingsAndTheEditorFromFourThrea
             const auto size = FakeHost::dispatch(effect, PluginOp::get_chunk, 0, 0, &data);
             bank.assign(static_cast<std::uint8_t*>(data), static_cast<std::uint8_t*>(data) + size);
             ASSERT_EQ(FakeHost::dispatch(effect, PluginOp::set_chunk, 0, size, bank.data()), 1);
-            ASSERT_EQ(mgr.load_settings(round % 2 == 0 ? with : without), 0);
+            ASSERT_EQ(mgr.load_settings(multi(round % 2 == 0 ? with : without)), 0);
             basic::ConfKeyMulti saved("s");
             ASSERT_EQ(mgr.save_settings(saved), 0);
             main_rounds.store(round + 1);
@@ -107,7 +106,7 @@ TEST_F(PluginFixture, AudioMidiAutomationChunksSettingsAndTheEditorFromFourThrea
     editor.join();
     EXPECT_TRUE(zq_test::all_clean(ol));
     // After the storm the output still works: a change goes out at the next block.
-    ASSERT_EQ(mgr.load_settings(make_settings(true)), 0);
+    ASSERT_EQ(mgr.load_settings(multi(make_settings(true))), 0);
     const int sent_before = host.sent_events;
     ASSERT_TRUE(adapter().set_and_report_param(4, 0.25f, 200));
     adapter().release(4, 200);
