@@ -175,18 +175,3 @@ TEST(ZarquetteGuiFailures, BuildingWithoutAWindowOrAnAudioSideFails)
     EXPECT_THROW(gui.set_default_state(), std::runtime_error);
     EXPECT_EQ(gui.open(nullptr), -1);
 }
-
-TEST(GraphRscMixin, LoadingStopsAtTheFirstMissingPicture)
-{
-    lumo::GraphRscMixin artwork;
-    const lumo::GraphRscMixin::PictureEntry table[] = {{"arw_06", 9, 9}, {"no_such", 0, 0}, {"bkg", 0, 0}};
-    EXPECT_FALSE(artwork.load_pictures(table, 3));
-    EXPECT_EQ(artwork.get_nbr_pictures(), 1);
-    EXPECT_EQ(artwork.use_picture("bkg"), nullptr);
-    std::int32_t x = 0;
-    std::int32_t y = 0;
-    artwork.use_picture("arw_06")->get_hot_spot(x, y);
-    EXPECT_EQ(x, 9);
-    const char* fonts[] = {"bkg"};
-    EXPECT_FALSE(artwork.load_fonts(fonts, 1));
-}

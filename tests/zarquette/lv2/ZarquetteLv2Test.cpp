@@ -2,20 +2,24 @@
 
 #include "lumo/DspInterface.h"
 #include "lumo/HostDspInterface.h"
+#include "lumo/ProgramSlot.h"
 #include "lumo/lv2/Lv2AtomObject.h"
 #include "lumo/lv2/Lv2LearnMirror.h"
+#include "lumo/lv2/Lv2StateKeys.h"
 #include "lumo/lv2/Lv2Urids.h"
 #include "lumo/midi/MidiDevSelDispatcher.h"
 #include "lumo/midi/MidiMgr.h"
 #include "sys/ClockPin.h"
 #include "sys/PersistentKeyList.h"
 #include "tests/basic/ScratchDir.h"
+#include "zarquette/lv2/ZarquetteLv2Recipe.h"
 
 #include <lv2/atom/util.h>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <string>
 #include <vector>
@@ -265,6 +269,191 @@ TEST_F(ZarquetteLv2, TheUsersSettingsFileBindsControllersAndSendsTheEchoToTheHos
     EXPECT_EQ(rig.sent_midi(), (Strings{"B0 63 00", "B0 62 05", "B0 06 7F", "B0 26 7F"}));
     // Files of its own the plug-in would keep below its bundle.
     EXPECT_EQ(rig.plugin().get_store_path(), "/nowhere/zarquette.lv2/Velnor/Zarquette LV2");
+}
+
+// ---- Saved state ----------------------------------------------------------
+
+
+class ZarquetteLv2State : public ZarquetteLv2
+{
+protected:
+    std::uint32_t key(const char* fragment) { return map.id(std::string(zarquette::lv2_uri) + fragment); }
+    std::uint32_t program_key() { return key(lumo::lv2_state_key::program); }
+    std::uint32_t bindings_key() { return key(lumo::lv2_state_key::midi_bindings); }
+    // Controller 20 at full scale, through the rig's input.
+    static void move_cc20(Lv2Rig& rig) { rig.run(32, rig.input().cc(0, 20, 127)); }
+    // A state saved from a rig whose Oignons learned controller 20.
+    void save_learned(zq_test::StateStore& state)
+    {
+        Lv2Rig rig(map);
+        rig.control("bof") = 25.0f;
+        rig.control("nuclear_power") = 1.0f;
+        rig.run(32);
+        rig.plugin().use_midi_mgr()->set_pending_learn(4);
+        move_cc20(rig);
+        saved = rig.params();
+        ASSERT_EQ(rig.save(state), LV2_STATE_SUCCESS);
+    }
+
+    std::vector<float> saved;
+};
+
+TEST_F(ZarquetteLv2State, TheProgramAndTheLearnedControllersComeBack)
+{
+    zq_test::StateStore state;
+    save_learned(state);
+    ASSERT_EQ(state.values.size(), 2u);
+    const zq_test::StateStore::Value& program = state.values[program_key()];
+    EXPECT_EQ(program.type, map.id(LV2_ATOM__Chunk));
+    // The record of a VST 2 program chunk.
+    lumo::ProgramSlot slot;
+    ASSERT_EQ(slot.read(program.bytes.data(), program.bytes.size()), 0);
+    EXPECT_EQ(slot.get_name(), "Default");
+    ASSERT_EQ(slot.get_nbr_values(), 6);
+    for (int i = 0; i < 6; ++i)
+    {
+        EXPECT_EQ(slot.get_value(i), saved[static_cast<std::size_t>(i)]) << i;
+    }
+
+    // Name and tag come back as they were kept.
+    std::vector<std::uint8_t>& bytes = state.values[program_key()].bytes;
+    bytes[0] = 0x12;
+    bytes[3] = 0x78;
+    bytes[12] = 'M';
+    Lv2Rig rig(map);
+    rig.run(32);
+    ASSERT_EQ(rig.restore(state), LV2_STATE_SUCCESS);
+    EXPECT_EQ(rig.params(), saved);
+    zq_test::StateStore again;
+    ASSERT_EQ(rig.save(again), LV2_STATE_SUCCESS);
+    EXPECT_EQ(again.values[program_key()].bytes, bytes);
+    // The learned controller drives Oignons again, and its NRPN no longer does.
+    rig.control("oignons") = 10.0f;
+    rig.run(32);
+    EXPECT_EQ(rig.param(4), 0.1f);
+    move_cc20(rig);
+    EXPECT_FLOAT_EQ(rig.param(4), 16256.0f / 16383.0f);
+    EXPECT_EQ(rig.plugin().use_midi_mgr()->find_param((99 << 16) + 4), -1);
+    EXPECT_TRUE(rig.log.empty());
+}
+
+TEST_F(ZarquetteLv2State, AValueOfAnotherTypeSizeOrShapeChangesNothingAndIsReported)
+{
+    zq_test::StateStore good;
+    save_learned(good);
+    const std::vector<std::uint8_t> program = good.values[program_key()].bytes;
+    std::vector<std::uint8_t> seven = program;
+    seven[7] = 7;  // value count 7: a program of another plug-in
+    seven.insert(seven.end(), 4, 0);
+    struct Case
+    {
+        const char* what;
+        std::uint32_t key;
+        zq_test::StateStore::Value value;
+    };
+    const std::vector<Case> cases = {
+        {"text", program_key(), {map.id(LV2_ATOM__String), program}},
+        {"short", program_key(), {map.id(LV2_ATOM__Chunk), std::vector<std::uint8_t>(program.begin(), program.end() - 1)}},
+        {"long", program_key(), {map.id(LV2_ATOM__Chunk), std::vector<std::uint8_t>(program.size() + 4, 0)}},
+        {"foreign", program_key(), {map.id(LV2_ATOM__Chunk), seven}},
+        {"bindings", bindings_key(), {map.id(LV2_ATOM__Chunk), {0, 0, 0, 9, 1}}},
+    };
+    for (const Case& c : cases)
+    {
+        zq_test::StateStore bad = good;
+        bad.values[c.key] = c.value;
+        Lv2Rig rig(map);
+        rig.run(32);
+        const std::vector<float> before = rig.params();
+        EXPECT_NE(rig.restore(bad), LV2_STATE_SUCCESS) << c.what;
+        EXPECT_EQ(rig.params(), before) << c.what;
+        EXPECT_EQ(rig.plugin().use_midi_mgr()->find_param(20 << 16), -1) << c.what;
+        EXPECT_NE(rig.log.find("refused"), std::string::npos) << c.what;
+    }
+    // A store without the plug-in's keys restores nothing and is no error.
+    zq_test::StateStore empty;
+    Lv2Rig rig(map);
+    EXPECT_EQ(rig.restore(empty), LV2_STATE_SUCCESS);
+    // Without the host's map there are no keys to save under.
+    Lv2Rig bare(map, 44100.0, true);
+    EXPECT_EQ(bare.save(empty), LV2_STATE_ERR_NO_FEATURE);
+    EXPECT_EQ(bare.restore(good), LV2_STATE_ERR_NO_FEATURE);
+}
+
+// ---- What no host should send ----------------------------------------------
+
+
+bool all_finite(const std::vector<float>& v)
+{
+    return std::all_of(v.begin(), v.end(), [](float x) { return std::isfinite(x); });
+}
+
+class ZarquetteLv2BadInput : public ZarquetteLv2
+{
+protected:
+    const LV2_Descriptor& d = Lv2Rig::use_descriptor();
+    const LV2_Feature* none[1] = {nullptr};
+};
+
+TEST_F(ZarquetteLv2BadInput, ARateThatIsNoRateGivesNoInstance)
+{
+    for (const double rate : {0.0, -44100.0, std::numeric_limits<double>::quiet_NaN(),
+                              std::numeric_limits<double>::infinity(), 1e300})
+    {
+        EXPECT_EQ(d.instantiate(&d, rate, "/nowhere/", none), nullptr) << rate;
+    }
+}
+
+// A host that runs before connecting gets silence where it can be written,
+// and no crash where it cannot; without a second channel the effect runs
+// mono. (Connected whole it is stereo: the end-to-end render is the VST 2
+// build's, channel for channel.)
+TEST_F(ZarquetteLv2BadInput, UnconnectedPortsGiveSilenceAndAMissingSecondChannelMono)
+{
+    LV2_Handle h = d.instantiate(&d, 44100.0, "/nowhere/", none);
+    ASSERT_NE(h, nullptr);
+    d.activate(h);
+    d.run(h, 64);
+    std::vector<float> in_l(64, 0.5f), out_l(64, 7.0f), out_r(64, 7.0f);
+    d.connect_port(h, 2, out_l.data());
+    d.connect_port(h, 3, out_r.data());
+    d.run(h, 64);
+    EXPECT_EQ(out_l, std::vector<float>(64, 0.0f));
+    EXPECT_EQ(out_r, out_l);
+    d.connect_port(h, 0, in_l.data());
+    d.connect_port(h, 3, nullptr);
+    out_r.assign(64, 7.0f);
+    // A port the plug-in does not have, just past its last one, is no port.
+    d.connect_port(h, static_cast<lumo::Lv2Plugin*>(h)->use_layout().get_atom_out() + 1, out_r.data());
+    for (int b = 0; b < 20; ++b)
+    {
+        d.run(h, 64);
+    }
+    EXPECT_TRUE(all_finite(out_l));
+    EXPECT_NE(out_l, std::vector<float>(64, 0.0f));
+    EXPECT_EQ(out_r, std::vector<float>(64, 7.0f));
+    d.deactivate(h);
+    d.cleanup(h);
+}
+
+// NRPN 2 selected, then data entry cut short, in running status, as SysEx,
+// empty and as a type no MIDI event has: Gauloises must not move; a whole
+// one does. A block longer than any the host announced is rendered whole.
+TEST_F(ZarquetteLv2BadInput, MidiThatIsNoChannelMessageOrIsCutShortIsSkippedAndLongBlocksRun)
+{
+    Lv2Rig rig(map, 44100.0, false, 100000);
+    zq_test::Lv2Input junk = rig.input();
+    junk.cc(0, 99, 0).cc(0, 98, 2).midi(1, {0xB0, 6}).midi(2, {6, 127}).midi(3, {0xF0, 0xB0, 6, 127, 0xF7});
+    junk.event(4, map.id(LV2_ATOM__Chunk), {0xB0, 6, 127});
+    junk.midi(5, {});
+    rig.run(64, junk);
+    EXPECT_EQ(rig.param(2), 0.0f);
+    rig.run(64, rig.input().midi(0, {0xB0, 6, 127, 0xFF}));
+    EXPECT_GT(rig.param(2), 0.99f);
+
+    rig.feed(0.25f, 0.25f);
+    rig.run(100000);
+    EXPECT_TRUE(all_finite(rig.out_l));
 }
 
 }  // namespace

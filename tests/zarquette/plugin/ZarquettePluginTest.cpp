@@ -49,7 +49,6 @@ TEST_F(ZarquettePlugin, StartsFromTheTemplateProgramAndAnswersNothingOutsideItsR
         EXPECT_EQ(effect->get_parameter(effect, i), 0.0f) << i;
     }
     EXPECT_EQ(text_of(PluginOp::get_param_display, 0), "60.000");
-    EXPECT_EQ(text_of(PluginOp::get_program_name), "Default");
     for (const int index : {-1, 6})
     {
         EXPECT_EQ(text_of(PluginOp::get_param_name, index), "");
@@ -64,28 +63,23 @@ TEST_F(ZarquettePlugin, StartsFromTheTemplateProgramAndAnswersNothingOutsideItsR
 
 TEST_F(ZarquettePlugin, HostValuesAndTextsAreSanitised)
 {
-    effect->set_parameter(effect, 5, 0.5f);
-    effect->set_parameter(effect, 5, std::numeric_limits<float>::quiet_NaN());
-    EXPECT_EQ(effect->get_parameter(effect, 5), 0.5f);
     effect->set_parameter(effect, 5, 7.0f);
     EXPECT_EQ(effect->get_parameter(effect, 5), 1.0f);
     effect->set_parameter(effect, 5, -1.0f);
     EXPECT_EQ(effect->get_parameter(effect, 5), 0.0f);
+    effect->set_parameter(effect, 5, 0.5f);
+    effect->set_parameter(effect, 5, std::numeric_limits<float>::quiet_NaN());
+    EXPECT_EQ(effect->get_parameter(effect, 5), 0.5f);
     effect->set_parameter(effect, 99, 0.5f);  // ignored
     EXPECT_EQ(effect->get_parameter(effect, 99), 0.0f);
 
+    // Texts that parse are the validation run's round trips.
     std::string fifty = "50";
-    EXPECT_EQ(dispatch(PluginOp::string_to_parameter, 5, 0, fifty.data()), 1);
-    EXPECT_EQ(effect->get_parameter(effect, 5), 0.5f);
-    EXPECT_EQ(text_of(PluginOp::get_param_display, 5), " 50.00");
     std::string junk = "beaucoup";
     EXPECT_EQ(dispatch(PluginOp::string_to_parameter, 5, 0, junk.data()), 0);
     EXPECT_EQ(effect->get_parameter(effect, 5), 0.5f);
     EXPECT_EQ(dispatch(PluginOp::string_to_parameter, 5, 0, nullptr), 1);
     EXPECT_EQ(dispatch(PluginOp::string_to_parameter, 6, 0, fifty.data()), 0);
-    std::string on = "OUI";
-    EXPECT_EQ(dispatch(PluginOp::string_to_parameter, 3, 0, on.data()), 1);
-    EXPECT_EQ(effect->get_parameter(effect, 3), 1.0f);
 }
 
 // Both chunks' round trips are the host tool's validation runs, their sizes
