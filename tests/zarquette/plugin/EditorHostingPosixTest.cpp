@@ -11,6 +11,7 @@
 #include "PluginFixture.h"
 
 #include "gadu/x11/ConnectionX11.h"
+#include "sys/ResourceTable.h"
 #include "tests/sys/ScratchKeyStorePosix.h"
 #include "tests/zarquette/gui/X11EditorHost.h"
 
@@ -44,11 +45,13 @@ protected:
 };
 
 // Many rounds of two instances are the host tool's editor-stress test.
-TEST_F(EditorHosting, TwoInstancesAtOnceAndAHostThatForgetsToClose)
+TEST_F(EditorHosting, AMissingWindowTwoInstancesAtOnceAndAHostThatForgetsToClose)
 {
     FakeHost other_host;
     lumo::vst2::AEffect* other = other_host.open_plugin();
     ASSERT_NE(other, nullptr);
+    // A window that does not exist is refused, and the next open works.
+    EXPECT_EQ(dispatch(PluginOp::edit_open, 0, 0, reinterpret_cast<void*>(std::uintptr_t{0x3FFFFF})), 0);
     ASSERT_EQ(dispatch(PluginOp::edit_open, 0, 0, parent_handle()), 1);
     ASSERT_EQ(FakeHost::dispatch(other, PluginOp::edit_open, 0, 0, parent_handle()), 1);
     FakeHost::dispatch(other, PluginOp::edit_idle);
@@ -56,6 +59,22 @@ TEST_F(EditorHosting, TwoInstancesAtOnceAndAHostThatForgetsToClose)
     FakeHost::close_plugin(other);
     dispatch(PluginOp::edit_idle);
     dispatch(PluginOp::edit_close);
+}
+
+// A plug-in whose artwork is broken: the editor's error stops at the entry
+// point, and the host gets no plug-in instead of an exception or a crash.
+TEST(BrokenArtworkPlugin, TheHostGetsNothingAndNothingEscapes)
+{
+    const std::uint8_t garbage[] = {0, 1, 2, 3, 4, 5, 6, 7};
+    FakeHost host;
+    {
+        const sys::ResourceTable::Entry broken[] = {{"APIC", "bkg", garbage, sizeof garbage}};
+        const sys::ResourceTable shadow(broken, 1);
+        EXPECT_EQ(host.open_plugin(), nullptr);
+    }
+    lumo::vst2::AEffect* effect = host.open_plugin();
+    ASSERT_NE(effect, nullptr);
+    FakeHost::close_plugin(effect);
 }
 
 }  // namespace
