@@ -35,17 +35,6 @@ inline std::pair<int, int> changes_around_bof(const Screen& a, const Screen& b)
     return changes;
 }
 
-// Black and white artwork (and the greys of its turned knobs), nothing of
-// the host's colour left.
-inline void expect_artwork(const Screen& shown)
-{
-    EXPECT_EQ(std::count_if(shown.begin(), shown.end(),
-                            [](std::uint32_t p) { return (p & 0xFF) != (p >> 16) || (p & 0xFF) != ((p >> 8) & 0xFF); }),
-              0);
-    EXPECT_GT(std::count(shown.begin(), shown.end(), 0xFFFFFFu), 512 * 384 / 4);
-    EXPECT_GT(std::count(shown.begin(), shown.end(), 0x000000u), 1000);
-}
-
 // The dark pixels of the 8 x 8 square from (x0, y0). A bound control's learn
 // marker is a black square there in the top-right corner of its hit box
 // (for knob 1, from (kBofX + 32, kBofY - 40)).

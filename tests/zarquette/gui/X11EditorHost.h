@@ -30,14 +30,6 @@ struct X11EditorHost
     void* parent_handle() const { return reinterpret_cast<void*>(static_cast<std::uintptr_t>(parent)); }
     Screen screen(int width = 512, int height = 384) const { return x11.capture(parent, width, height); }
 
-    // Opens the editor and lets idle run until its first frame shows.
-    bool open_and_show(const std::function<void()>& open, const std::function<void()>& idle) const
-    {
-        const Screen empty = screen(64, 64);
-        open();
-        return gadu_test::idle_until(idle, [&] { return screen(64, 64) != empty; });
-    }
-
     // idle every 2 ms for about ms milliseconds.
     static void idle_for(int ms, const std::function<void()>& idle)
     {

@@ -83,11 +83,6 @@ TEST(ZarquetteGuiStress, EditorAutomationLearnAndAudioRunTogether)
     rig.window.set_time(4.02);
     rig.window.run_timers(0.02);
     rig.gui.close();
-    for (int k = 0; k < 4; ++k)
-    {
-        const double shown = rig.gui.use_effect_part().use_knob(k).get_value();
-        EXPECT_TRUE(shown >= 0.0 && shown <= 1.0) << k;
-    }
     EXPECT_EQ(rig.gui.use_effect_part().use_knob(0).get_learn_state(),
               mgr.get_id(1) >= 0 ? zarquette::MidiLearn::bound : zarquette::MidiLearn::unbound);
     EXPECT_EQ(rig.gui.use_effect_part().use_switch().get_learn_state(),

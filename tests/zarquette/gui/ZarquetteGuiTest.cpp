@@ -199,19 +199,9 @@ TEST_F(Editor, TempoChangesOnlyTouchTheHiddenControl)
     EXPECT_DOUBLE_EQ(gui.use_meta_control(0)->use_control()->get_value(), 0.7f);
 }
 
-TEST_F(Editor, NuclearPowerShowsItsSecondStateFromOneHalfOn)
-{
-    open();
-    for (const float value : {0.49f, 0.5f})
-    {
-        automate(kNuke, value);
-        wait(0.2);
-        EXPECT_EQ(gui.use_effect_part().use_switch().get_shown_state(), value < 0.5f ? 0 : 1);
-    }
-}
-
-// Values and indexes no parameter has change nothing; a learn state reaches
-// the bound control at the next tick and redraws it.
+// Values and indexes no parameter has change nothing; the switch shows its
+// second state from one half on; a learn state reaches the bound control at
+// the next tick and redraws it.
 TEST_F(Editor, TheParameterSidesCallsReachTheBoundControlAtTheNextTick)
 {
     open();
@@ -225,6 +215,12 @@ TEST_F(Editor, TheParameterSidesCallsReachTheBoundControlAtTheNextTick)
     gui.midi_learn_changed(-3, 1);
     wait(0.03);
     EXPECT_DOUBLE_EQ(shown(0), 0.3f);
+    for (const float value : {0.49f, 0.5f})
+    {
+        automate(kNuke, value);
+        wait(0.2);
+        EXPECT_EQ(gui.use_effect_part().use_switch().get_shown_state(), value < 0.5f ? 0 : 1);
+    }
 
     gui.midi_learn_changed(2, 1);
     EXPECT_EQ(gui.use_effect_part().use_knob(1).get_learn_state(), -1);

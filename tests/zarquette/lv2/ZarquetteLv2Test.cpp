@@ -155,7 +155,6 @@ TEST_F(ZarquetteLv2, MidiAndControlPortsMoveTheParametersAsHostAutomation)
     Lv2Rig rig(map);
     rig.run(16);
     EXPECT_EQ(rig.param(gauloises), 0.0f);
-    EXPECT_FLOAT_EQ(rig.param(tempo), 1.0f / 3.0f);
     zq_test::Lv2Input sweep = rig.input();
     for (int step = 0; step < 12; ++step)
     {
@@ -252,8 +251,6 @@ TEST_F(ZarquetteLv2, TheUsersSettingsFileBindsControllersAndSendsTheEchoToTheHos
     Strings sent = rig.sent_midi();
     ASSERT_EQ(sent.size(), 5u * 4u + 1u);
     EXPECT_EQ(sent[16], "B0 4A 00");
-    rig.run(64);
-    EXPECT_TRUE(rig.sent_midi().empty());
 
     rig.run(64, rig.input().cc(5, 74, 127));
     EXPECT_FLOAT_EQ(rig.param(oignons), 16256.0f / 16383.0f);

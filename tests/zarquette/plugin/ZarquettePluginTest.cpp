@@ -264,7 +264,6 @@ protected:
         PluginFixture::SetUp();
         resume(44100.0f, 64);
     }
-    void send(MidiEventList& list) { EXPECT_EQ(dispatch(PluginOp::process_events, 0, 0, list.build()), 1); }
     float param(int index) { return effect->get_parameter(effect, index); }
     void select_host_output() { ASSERT_EQ(adapter().use_midi_dispatcher()->select_output(0), 0); }
 };
@@ -274,7 +273,7 @@ TEST_F(ZarquetteMidi, HostEventsDriveTheirParameterByNrpn)
     EXPECT_GE(host.count(lumo::vst2::HostOp::want_midi), 1);
     MidiEventList list;
     list.nrpn(10, 2, 16383).nrpn(40, 4, 8192);
-    send(list);
+    EXPECT_EQ(dispatch(PluginOp::process_events, 0, 0, list.build()), 1);
     block();
     EXPECT_EQ(param(2), 1.0f);
     EXPECT_FLOAT_EQ(param(4), 8192.0f / 16383.0f);
