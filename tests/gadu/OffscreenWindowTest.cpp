@@ -14,9 +14,6 @@ using gadu_test::Log;
 using gadu_test::ProbeControl;
 using gadu_test::WindowScene;
 
-constexpr std::uint32_t kColourA = WindowScene::kColourA;
-constexpr std::uint32_t kColourB = WindowScene::kColourB;
-
 // The small scene in a 64 x 48 window painted in tiles of 8 x 8: a at (4, 4)
 // (10 x 10) and b at (30, 20) (16 x 16).
 class OffscreenWindowTest : public ::testing::Test
@@ -40,8 +37,11 @@ protected:
         log.clear();
     }
 
-    static std::uint32_t background_at(int x, int y) { return WindowScene::background_at(x, y); }
     std::uint32_t screen_at(int x, int y) const { return window.use_screen()->get_pixel(x, y) & 0xFFFFFFu; }
+    std::int32_t count_wrong() const
+    {
+        return scene.count_wrong([&](int x, int y) { return screen_at(x, y); }, window.use_zoom().get_factor());
+    }
 
     WindowScene scene{WindowScene::kSmall};
     OffscreenWindow window{64, 48};
@@ -53,18 +53,14 @@ protected:
 
 // --- redraw ---
 
-TEST_F(OffscreenWindowTest, AFullPaintShowsTheBackgroundWithTheControlsOverIt)
+TEST_F(OffscreenWindowTest, EveryPaintShowsTheBackgroundWithTheControlsOverIt)
 {
-    for (int y = 0; y < 48; ++y)
-    {
-        for (int x = 0; x < 64; ++x)
-        {
-            const bool in_a = x >= 4 && x < 14 && y >= 4 && y < 14;
-            const bool in_b = x >= 30 && x < 46 && y >= 20 && y < 36;
-            const std::uint32_t expected = in_b ? kColourB : in_a ? kColourA : background_at(x, y);
-            ASSERT_EQ(screen_at(x, y), expected) << x << "," << y;
-        }
-    }
+    EXPECT_EQ(count_wrong(), 0);
+    // A margin around a, in tiles that cut through it: each tile gets the
+    // background before a paints over it.
+    a.handle_message(Invalidate(Rect{2, 2, 16, 16}));
+    window.paint();
+    EXPECT_EQ(count_wrong(), 0);
 }
 
 TEST_F(OffscreenWindowTest, InvalidateBecomesExactlyOneRedrawOfTheAreaInTilesColumnByColumn)
@@ -79,23 +75,6 @@ TEST_F(OffscreenWindowTest, InvalidateBecomesExactlyOneRedrawOfTheAreaInTilesCol
     EXPECT_TRUE(log.empty());
 }
 
-TEST_F(OffscreenWindowTest, EachTileIsDrawnBackgroundFirstBeforeItReachesTheScreen)
-{
-    // Redraw a margin around a: the background comes back around a and a lies
-    // on top, in every tile.
-    const Rect dirty{2, 2, 16, 16};
-    a.handle_message(Invalidate(dirty));
-    window.paint();
-    for (int y = 0; y < 20; ++y)
-    {
-        for (int x = 0; x < 20; ++x)
-        {
-            const bool in_a = x >= 4 && x < 14 && y >= 4 && y < 14;
-            ASSERT_EQ(screen_at(x, y), in_a ? kColourA : background_at(x, y)) << x << "," << y;
-        }
-    }
-}
-
 TEST_F(OffscreenWindowTest, RequestsAreClippedToTheContentAndGatheredIntoOnePaint)
 {
     b.handle_message(Invalidate(Rect{60, 40, 80, 60}));
@@ -108,14 +87,6 @@ TEST_F(OffscreenWindowTest, RequestsAreClippedToTheContentAndGatheredIntoOnePain
     EXPECT_EQ(a.handle_message(Invalidate(Rect{70, 0, 90, 10})), 0);
     EXPECT_TRUE(window.paint().is_empty());
     EXPECT_TRUE(log.empty());
-}
-
-TEST_F(OffscreenWindowTest, HiddenControlsLeaveTheBackgroundShowing)
-{
-    a.handle_message(ShowObject(false));
-    window.paint_all();
-    EXPECT_EQ(screen_at(5, 5), background_at(5, 5));
-    EXPECT_EQ(screen_at(31, 21), kColourB);
 }
 
 // --- capture ---
@@ -287,7 +258,7 @@ TEST_F(OffscreenWindowTest, ClosingHidesTheTreeAndAClosedWindowRefusesEverything
     EXPECT_TRUE(log.empty());
     // And it opens again.
     open();
-    EXPECT_EQ(screen_at(5, 5), kColourA);
+    EXPECT_EQ(screen_at(5, 5), WindowScene::kColourA);
 }
 
 // --- zoom ---
@@ -306,13 +277,7 @@ protected:
 TEST_F(ZoomedOffscreenWindowTest, EveryContentPixelBecomesABlockAndRepaintsCoverTheirBlocks)
 {
     ASSERT_EQ(window.use_screen()->get_width(), 128);
-    for (int y = 0; y < 96; ++y)
-    {
-        for (int x = 0; x < 128; ++x)
-        {
-            ASSERT_EQ(screen_at(x, y), scene.expected_at(x / 2, y / 2)) << x << "," << y;
-        }
-    }
+    EXPECT_EQ(count_wrong(), 0);
     a.request_redraw();
     EXPECT_EQ(window.get_dirty(), (Rect{8, 8, 28, 28}));
     window.paint();

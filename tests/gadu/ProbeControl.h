@@ -54,8 +54,7 @@ public:
 
     std::int32_t on_mouse_click(const gadu::MouseClick& m) override
     {
-        note("click " + std::to_string(m.get_x()) + "," + std::to_string(m.get_y()) + " b" +
-             std::to_string(m.get_buttons()) + " d" + std::to_string(m.get_double_click()));
+        note("click " + at(m) + " b" + std::to_string(m.get_buttons()) + " d" + std::to_string(m.get_double_click()));
         if (m.get_buttons() != 0 && capture_mode >= 0)
         {
             capture_result = handle_message(gadu::MouseCapture(this, capture_mode));
@@ -66,51 +65,30 @@ public:
         }
         return click_answer;
     }
-    std::int32_t on_mouse_move(const gadu::MouseMove& m) override
-    {
-        note("move " + std::to_string(m.get_x()) + "," + std::to_string(m.get_y()));
-        return 1;
-    }
+    std::int32_t on_mouse_move(const gadu::MouseMove& m) override { return note("move " + at(m), 1); }
     std::int32_t on_mouse_wheel_move(const gadu::MouseWheelMove& m) override
     {
-        note("wheel " + std::to_string(m.get_delta()));
-        return 1;
+        return note("wheel " + std::to_string(m.get_delta()), 1);
     }
-    std::int32_t on_mouse_direct_move(const gadu::MouseDirectMove& m) override
-    {
-        note("direct " + std::to_string(m.get_x()) + "," + std::to_string(m.get_y()));
-        return 0;
-    }
-    std::int32_t on_mouse_capture_lost(const gadu::MouseCaptureLost&) override
-    {
-        note("lost");
-        return 0;
-    }
+    std::int32_t on_mouse_direct_move(const gadu::MouseDirectMove& m) override { return note("direct " + at(m)); }
+    std::int32_t on_mouse_capture_lost(const gadu::MouseCaptureLost&) override { return note("lost"); }
     std::int32_t on_redraw_begin(const gadu::RedrawBegin& m) override
     {
-        note("begin " + describe(m.get_region()));
-        return 0;
+        return note("begin " + describe(m.get_region()));
     }
     std::int32_t on_redraw(const gadu::Redraw& m) override
     {
-        note("redraw " + describe(m.get_region()));
         fill_tile(*m.use_buffer(), m.get_region(), get_hit_rect().moved(get_x(), get_y()), _colour);
-        return 0;
+        return note("redraw " + describe(m.get_region()));
     }
-    std::int32_t on_redraw_end(const gadu::RedrawEnd& m) override
-    {
-        note("end " + describe(m.get_region()));
-        return 0;
-    }
+    std::int32_t on_redraw_end(const gadu::RedrawEnd& m) override { return note("end " + describe(m.get_region())); }
     std::int32_t on_notify(const gadu::Notify& m) override
     {
-        note("notify " + std::to_string(m.get_timer_id()));
-        return 0;
+        return note("notify " + std::to_string(m.get_timer_id()));
     }
     std::int32_t on_text_input_finished(const gadu::TextInputFinished& m) override
     {
-        note("text " + m.get_text() + (m.is_accepted() ? " accepted" : " cancelled"));
-        return 0;
+        return note("text " + m.get_text() + (m.is_accepted() ? " accepted" : " cancelled"));
     }
     void on_hide() override { note("hide"); }
     void set_highlight(bool on) override { note(on ? "highlight" : "unhighlight"); }
@@ -123,7 +101,17 @@ public:
     std::int32_t release_result = 99;
 
 private:
-    void note(const std::string& what) { _log.push_back(_name + " " + what); }
+    // Writes a line and answers what the handler answers.
+    std::int32_t note(const std::string& what, std::int32_t answer = 0)
+    {
+        _log.push_back(_name + " " + what);
+        return answer;
+    }
+    template <typename Message>
+    static std::string at(const Message& m)
+    {
+        return std::to_string(m.get_x()) + "," + std::to_string(m.get_y());
+    }
 
     std::string _name;
     Log& _log;

@@ -96,6 +96,22 @@ struct WindowScene
         return background_at(x, y);
     }
 
+    // How many pixels of a window's picture at the zoom differ from what the
+    // scene should show there; shown(x, y) answers 0xRRGGBB at a platform pixel.
+    template <typename Shown>
+    std::int32_t count_wrong(Shown shown, std::int32_t zoom = 1) const
+    {
+        std::int32_t wrong = 0;
+        for (std::int32_t y = 0; y < zoom * layout.height; ++y)
+        {
+            for (std::int32_t x = 0; x < zoom * layout.width; ++x)
+            {
+                wrong += shown(x, y) != expected_at(x / zoom, y / zoom);
+            }
+        }
+        return wrong;
+    }
+
     Layout layout;
     std::vector<std::uint8_t> bytes;
     std::unique_ptr<gadu::PicDataInterface> pic;

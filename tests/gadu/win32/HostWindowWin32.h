@@ -54,6 +54,14 @@ inline HWND make_host_window()
                              300, 240, nullptr, nullptr, ::GetModuleHandleA(nullptr), nullptr);
 }
 
+// Whether this module has a window class of that name registered.
+inline bool class_exists(const char* name)
+{
+    WNDCLASSEXA wc = {};
+    wc.cbSize = sizeof(wc);
+    return ::GetClassInfoExA(::GetModuleHandleA(nullptr), name, &wc) != 0;
+}
+
 inline LPARAM at(int x, int y)
 {
     return MAKELPARAM(static_cast<WORD>(x), static_cast<WORD>(y));

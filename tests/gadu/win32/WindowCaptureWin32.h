@@ -4,14 +4,9 @@
 
 #include "gadu/win32/PlatformWin32.h"
 
-#include <gtest/gtest.h>
-
 #include <windows.h>
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <string>
 #include <vector>
 
 namespace gadu_test
@@ -38,50 +33,6 @@ inline std::vector<std::uint32_t> capture(HWND window, std::int32_t width, std::
     ::DeleteObject(section);
     ::ReleaseDC(window, screen);
     return pixels;
-}
-
-// Writes the pixels as a 24-bit BMP where ZQ_GADU_CAPTURE_DIR asks for it, so
-// that a person can look at what the window showed.
-inline void save_for_viewing(const char* name, const std::vector<std::uint32_t>& pixels, std::int32_t width,
-                      std::int32_t height)
-{
-    const char* dir = std::getenv("ZQ_GADU_CAPTURE_DIR");
-    if (dir == nullptr)
-    {
-        return;
-    }
-    const std::string path = std::string(dir) + "/" + name + ".bmp";
-    std::FILE* f = std::fopen(path.c_str(), "wb");
-    ASSERT_NE(f, nullptr);
-    const std::uint32_t row = static_cast<std::uint32_t>((width * 3 + 3) & ~3);
-    const std::uint32_t size = 54 + row * static_cast<std::uint32_t>(height);
-    std::uint8_t header[54] = {'B', 'M'};
-    auto put32 = [&](int at, std::uint32_t v) {
-        for (int i = 0; i < 4; ++i)
-        {
-            header[at + i] = static_cast<std::uint8_t>(v >> (8 * i));
-        }
-    };
-    put32(2, size);
-    put32(10, 54);
-    put32(14, 40);
-    put32(18, static_cast<std::uint32_t>(width));
-    put32(22, static_cast<std::uint32_t>(height));
-    put32(26, 1u | (24u << 16));
-    std::fwrite(header, 1, sizeof(header), f);
-    std::vector<std::uint8_t> line(row, 0);
-    for (std::int32_t y = height - 1; y >= 0; --y)
-    {
-        for (std::int32_t x = 0; x < width; ++x)
-        {
-            const std::uint32_t p = pixels[static_cast<std::size_t>(y * width + x)];
-            line[static_cast<std::size_t>(3 * x)] = static_cast<std::uint8_t>(p);
-            line[static_cast<std::size_t>(3 * x + 1)] = static_cast<std::uint8_t>(p >> 8);
-            line[static_cast<std::size_t>(3 * x + 2)] = static_cast<std::uint8_t>(p >> 16);
-        }
-        std::fwrite(line.data(), 1, line.size(), f);
-    }
-    std::fclose(f);
 }
 
 }  // namespace gadu_test

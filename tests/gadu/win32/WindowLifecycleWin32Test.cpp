@@ -12,6 +12,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <vector>
 #include <memory>
@@ -23,13 +24,6 @@ namespace
 {
 
 using gadu_test::Log;
-
-bool class_exists()
-{
-    WNDCLASSEXA wc = {};
-    wc.cbSize = sizeof(wc);
-    return ::GetClassInfoExA(::GetModuleHandleA(nullptr), WindowWin32::get_class_name(), &wc) != 0;
-}
 
 // How far the process's table of GDI or USER handles reaches: the largest
 // slot among many fresh objects. Freed slots are used again first, so the
@@ -49,23 +43,16 @@ std::uint32_t handle_high_water(Make make, Free free)
     return mark;
 }
 
-struct GuiObjects
+// The process's GDI and USER objects, as the system counts them and as far
+// as their handle tables reach.
+std::array<std::uint32_t, 4> gui_objects()
 {
-    DWORD gdi = 0;
-    DWORD user = 0;
-    std::uint32_t gdi_mark = 0;
-    std::uint32_t user_mark = 0;
-
-    static GuiObjects count()
-    {
-        const HANDLE self = ::GetCurrentProcess();
-        return GuiObjects{
-            ::GetGuiResources(self, GR_GDIOBJECTS), ::GetGuiResources(self, GR_USEROBJECTS),
-            handle_high_water([] { return ::CreateSolidBrush(RGB(1, 2, 3)); },
-                              [](HBRUSH b) { ::DeleteObject(b); }),
+    const HANDLE self = ::GetCurrentProcess();
+    return {static_cast<std::uint32_t>(::GetGuiResources(self, GR_GDIOBJECTS)),
+            static_cast<std::uint32_t>(::GetGuiResources(self, GR_USEROBJECTS)),
+            handle_high_water([] { return ::CreateSolidBrush(RGB(1, 2, 3)); }, [](HBRUSH b) { ::DeleteObject(b); }),
             handle_high_water([] { return ::CreatePopupMenu(); }, [](HMENU m) { ::DestroyMenu(m); })};
-    }
-};
+}
 
 // A window with one probe over its whole content, as an editor would set it up.
 struct Editor
@@ -108,19 +95,15 @@ protected:
 TEST_F(WindowLifecycleWin32Test, TwoHundredLivesLeakNothingAndLeaveNoClass)
 {
     live_once();
-    const GuiObjects before = GuiObjects::count();
+    const std::array<std::uint32_t, 4> before = gui_objects();
     for (int i = 0; i < 200; ++i)
     {
         live_once();
     }
-    const GuiObjects after = GuiObjects::count();
-    EXPECT_EQ(after.gdi, before.gdi);
-    EXPECT_EQ(after.user, before.user);
-    EXPECT_EQ(after.gdi_mark, before.gdi_mark);
-    EXPECT_EQ(after.user_mark, before.user_mark);
+    EXPECT_EQ(gui_objects(), before);
     EXPECT_EQ(WindowWin32::get_open_count(), 0);
     EXPECT_FALSE(WindowWin32::is_class_registered());
-    EXPECT_FALSE(class_exists());
+    EXPECT_FALSE(gadu_test::class_exists(WindowWin32::get_class_name()));
     EXPECT_EQ(::FindWindowExA(parent, nullptr, WindowWin32::get_class_name(), nullptr), nullptr);
 }
 
@@ -133,12 +116,12 @@ TEST_F(WindowLifecycleWin32Test, TheClassStaysWhileAnyWindowIsOpen)
     EXPECT_EQ(WindowWin32::get_open_count(), 2);
     first.reset();
     EXPECT_EQ(WindowWin32::get_open_count(), 1);
-    EXPECT_TRUE(class_exists());
+    EXPECT_TRUE(gadu_test::class_exists(WindowWin32::get_class_name()));
     ::SendMessageA(second.window.use_handle(), WM_LBUTTONDOWN, MK_LBUTTON, gadu_test::at(3, 4));
     EXPECT_EQ(second.log.back(), "p click 3,4 b1 d0");
     second.window.close();
     // Closed but not yet gone: the class waits for the last window object.
-    EXPECT_TRUE(class_exists());
+    EXPECT_TRUE(gadu_test::class_exists(WindowWin32::get_class_name()));
     // Reopening works, in the same object and with the same class.
     ASSERT_EQ(second.window.open(parent), 0);
     second.window.close();
@@ -164,7 +147,7 @@ TEST_F(WindowLifecycleWin32Test, EditorsOnTwoThreadsShareTheClassSafely)
     second.join();
     EXPECT_EQ(failures.load(), 0);
     EXPECT_EQ(WindowWin32::get_open_count(), 0);
-    EXPECT_FALSE(class_exists());
+    EXPECT_FALSE(gadu_test::class_exists(WindowWin32::get_class_name()));
 }
 
 TEST_F(WindowLifecycleWin32Test, AFailedOpenSaysWhyAndLeavesTheWindowClosed)
