@@ -16,6 +16,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -54,14 +56,24 @@ public:
     std::vector<ListenerEvent> of(const std::string& what) const
     {
         std::vector<ListenerEvent> found;
+        std::copy_if(events.begin(), events.end(), std::back_inserter(found),
+                     [&](const ListenerEvent& e) { return e.what == what; });
+        return found;
+    }
+
+    // The kinds of the events but the checks, in order, a letter each, a run
+    // of one kind as one letter: "bvev" is a gesture and a tail.
+    std::string outline() const
+    {
+        std::string seen;
         for (const ListenerEvent& e : events)
         {
-            if (e.what == what)
+            if (e.what != "check" && (seen.empty() || seen.back() != e.what[0]))
             {
-                found.push_back(e);
+                seen += e.what[0];
             }
         }
-        return found;
+        return seen;
     }
 
     std::vector<ListenerEvent> events;

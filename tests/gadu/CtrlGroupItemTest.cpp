@@ -84,30 +84,35 @@ TEST_F(CtrlGroupItemTest, ClickGoesOnDownwardsUntilAControlTakesItAndMissesReach
     EXPECT_EQ(log, (Log{"upper move 39,39"}));
 }
 
-TEST_F(CtrlGroupItemTest, ReleaseAndDisabledPressNeverPress)
+TEST_F(CtrlGroupItemTest, ListenersSeeEveryMessageAndOnlyAnEnabledControlsPress)
 {
-    int presses = 0;
-    struct PressCounter : DefaultEventListener
+    struct Counting : DefaultEventListener
     {
-        explicit PressCounter(int& n) : count(n) {}
-        void on_press() override { ++count; }
-        int& count;
-    } listener(presses);
+        void before_message(const MessageInterface&) override { ++before; }
+        void after_message(const MessageInterface&) override { ++after; }
+        void on_press() override { ++presses; }
+        int before = 0;
+        int after = 0;
+        int presses = 0;
+    } listener;
     upper.set_listener(&listener);
-
+    EXPECT_EQ(listener.use_control(), &upper);
+    // A release, and a press while disabled, are no presses.
     root.handle_message(MouseClick(25, 25, 0, 0, 0));
-    EXPECT_EQ(presses, 0);
-    EXPECT_FALSE(upper.is_pressed());
     upper.set_enabled(false);
     root.handle_message(MouseClick(25, 25, 1, 0, 0));
-    EXPECT_EQ(presses, 0);
+    EXPECT_EQ(listener.presses, 0);
     EXPECT_FALSE(upper.is_pressed());
     upper.set_enabled(true);
     root.handle_message(MouseClick(25, 25, 2, 0, 0));
-    EXPECT_EQ(presses, 1);
+    EXPECT_EQ(listener.presses, 1);
     EXPECT_TRUE(upper.is_pressed());
+    EXPECT_EQ(listener.before, 3);
+    EXPECT_EQ(listener.after, 3);
     EXPECT_EQ(log, (Log{"upper click 25,25 b0 d0", "upper click 25,25 b1 d0", "upper highlight",
                         "upper click 25,25 b2 d0"}));
+    upper.set_listener(nullptr);
+    EXPECT_TRUE(upper.use_listeners().empty());
 }
 
 TEST_F(CtrlGroupItemTest, HiddenControlDrawsNothingButStillTakesTheMouse)
@@ -229,24 +234,6 @@ TEST_F(CtrlGroupItemTest, AMessageTheLadderDoesNotKnowIsRefusedAndChangesNothing
     EXPECT_EQ(upper.handle_message(KeyPressed(13)), 0);
     EXPECT_TRUE(log.empty());
     EXPECT_FALSE(upper.is_dispatching());
-}
-
-TEST_F(CtrlGroupItemTest, ListenersSeeEveryMessageBeforeAndAfterTheControl)
-{
-    struct Counting : DefaultEventListener
-    {
-        void before_message(const MessageInterface&) override { ++before; }
-        void after_message(const MessageInterface&) override { ++after; }
-        int before = 0;
-        int after = 0;
-    } listener;
-    upper.set_listener(&listener);
-    EXPECT_EQ(listener.use_control(), &upper);
-    root.handle_message(MouseMove(25, 25));
-    EXPECT_EQ(listener.before, 1);
-    EXPECT_EQ(listener.after, 1);
-    upper.set_listener(nullptr);
-    EXPECT_TRUE(upper.use_listeners().empty());
 }
 
 TEST(DefaultEventListenerTest, LetsEverythingThroughAndHandsChangesToItsTarget)
