@@ -2,7 +2,11 @@
 
 // Builds APIC resources in memory, so the tests need no embedded resource.
 
+#include "gadu/PicDataFactory.h"
+
 #include <cstdint>
+#include <memory>
+#include <utility>
 #include <vector>
 
 namespace gadu_test
@@ -44,5 +48,33 @@ inline std::vector<std::uint8_t> make_apic(std::int32_t kind, std::int32_t bits,
     }
     return bytes;
 }
+
+// An opaque picture whose pixel n (counted along the rows) has the colour
+// 0x10 (n + 1): every pixel tells where it came from.
+inline std::vector<std::uint8_t> numbered_apic(std::int32_t width, std::int32_t height)
+{
+    std::vector<std::uint32_t> palette;
+    std::vector<std::uint8_t> pixels;
+    for (std::int32_t n = 0; n < width * height; ++n)
+    {
+        palette.push_back(0x10u * static_cast<std::uint32_t>(n + 1));
+        pixels.push_back(static_cast<std::uint8_t>(n));
+    }
+    return make_apic(0, 8, width, height, palette, pixels);
+}
+
+// A picture together with the bytes it reads (null when they are refused).
+struct HeldPicture
+{
+    explicit HeldPicture(std::vector<std::uint8_t> resource)
+        : bytes(std::move(resource)),
+          pic(gadu::PicDataFactory::use_instance().create_from_bytes(bytes.data(), bytes.size()))
+    {
+    }
+    const gadu::PicDataInterface* operator->() const { return pic.get(); }
+
+    std::vector<std::uint8_t> bytes;
+    std::unique_ptr<gadu::PicDataInterface> pic;
+};
 
 }  // namespace gadu_test

@@ -21,12 +21,8 @@ namespace gadu
 namespace
 {
 
+using gadu_test::HeldPicture;
 using Pixels = std::vector<std::uint32_t>;
-
-std::unique_ptr<PicDataInterface> make(const std::vector<std::uint8_t>& bytes)
-{
-    return PicDataFactory::use_instance().create_from_bytes(bytes.data(), bytes.size());
-}
 
 // Every pixel, rows top down.
 Pixels pixels_of(const MemoryRenderingBuffer& buffer)
@@ -61,8 +57,7 @@ std::uint32_t grey(std::uint32_t v)
 TEST(DrawSubpixelTest, HorizontalQuarterSplitsWeights192And64)
 {
     // White, alpha 255 then 128, over black.
-    const auto bytes = gadu_test::make_apic(1, 8, 2, 1, {0x00FFFFFFu}, {0, 255, 0, 128});
-    const auto pic = make(bytes);
+    const HeldPicture pic(gadu_test::make_apic(1, 8, 2, 1, {0x00FFFFFFu}, {0, 255, 0, 128}));
     MemoryRenderingBuffer buffer(3, 1);
     EXPECT_EQ(pic->draw_subpixel(0.25, 0.0, 3, 1, buffer, pic->get_bounds(), 1.0f), 1);
     // 255 x (255 x 192 + 128 x 64) >> 16 = 222; 255 x 128 x 192 >> 16 = 95.
@@ -89,8 +84,7 @@ TEST(DrawSubpixelTest, DirectAlphaPictureBlendsWithTheSameWeights)
     // Blue 50, green 100, red 200 at alpha 128, half a pixel left, over blue
     // 100, green 20, red 250: each buffer pixel takes it with weight 128,
     // (s - d) x 128 x 128 >> 16, a quarter of the way, floored.
-    const auto bytes = gadu_test::make_apic(1, 24, 1, 1, {}, {50, 100, 200, 128});
-    const auto pic = make(bytes);
+    const HeldPicture pic(gadu_test::make_apic(1, 24, 1, 1, {}, {50, 100, 200, 128}));
     MemoryRenderingBuffer buffer(3, 1);
     buffer.fill(0x7FFA1464u);
     pic->draw_subpixel(-0.5, 0.0, 3, 1, buffer, pic->get_bounds(), 1.0f);
@@ -99,8 +93,7 @@ TEST(DrawSubpixelTest, DirectAlphaPictureBlendsWithTheSameWeights)
 
 TEST(DrawSubpixelTest, OpaquePicturesSnapToTheFlooredPixel)
 {
-    const auto bytes = gadu_test::make_apic(0, 8, 2, 1, {0x00102030u, 0x00405060u}, {0, 1});
-    const auto pic = make(bytes);
+    const HeldPicture pic(gadu_test::make_apic(0, 8, 2, 1, {0x00102030u, 0x00405060u}, {0, 1}));
     MemoryRenderingBuffer buffer(2, 2);
     // (0.9, -0.1) floors to (0, -1): picture row 0 lands on buffer row 1.
     pic->draw_subpixel(0.9, -0.1, 2, 2, buffer, pic->get_bounds(), 0.5f);
@@ -113,8 +106,7 @@ TEST(DrawSubpixelTest, OpaquePicturesSnapToTheFlooredPixel)
 
 TEST(DrawSubpixelTest, DiagonalHalfGivesFourEqualWeights)
 {
-    const auto bytes = gadu_test::make_apic(1, 8, 2, 2, {0x00FFFFFFu}, {0, 255, 0, 0, 0, 0, 0, 255});
-    const auto pic = make(bytes);
+    const HeldPicture pic(gadu_test::make_apic(1, 8, 2, 2, {0x00FFFFFFu}, {0, 255, 0, 0, 0, 0, 0, 255}));
     MemoryRenderingBuffer buffer(2, 2);
     pic->draw_subpixel(0.5, 0.5, 2, 2, buffer, pic->get_bounds(), 1.0f);
     // 255 x 255 x (64 + 64) >> 16 = 127; the others see only (1, 1) with 64.
@@ -127,32 +119,21 @@ TEST(DrawSubpixelTest, DiagonalHalfGivesFourEqualWeights)
 
 // A 5 x 4 picture of both alpha kinds with colours and alphas that differ
 // everywhere, alpha 0 and 255 included.
-struct Patterned
+HeldPicture patterned(std::int32_t bits)
 {
-    explicit Patterned(std::int32_t bits)
+    std::vector<std::uint8_t> pixels;
+    for (int i = 0; i < 20; ++i)
     {
-        std::vector<std::uint8_t> pixels;
-        const std::vector<std::uint32_t> palette = {0x00102030u, 0x00F0E0D0u, 0x0080FF00u, 0x00FF0080u};
-        for (int i = 0; i < 20; ++i)
-        {
-            const auto alpha = static_cast<std::uint8_t>(i == 3 ? 0 : i % 5 == 0 ? 255 : 37 * i % 256);
-            if (bits == 8)
-            {
-                pixels.insert(pixels.end(), {static_cast<std::uint8_t>(i % 4), alpha});
-            }
-            else
-            {
-                pixels.insert(pixels.end(), {static_cast<std::uint8_t>(11 * i), static_cast<std::uint8_t>(250 - 9 * i),
-                                             static_cast<std::uint8_t>(60 + 7 * i), alpha});
-            }
-        }
-        bytes = gadu_test::make_apic(1, bits, 5, 4, bits == 8 ? palette : std::vector<std::uint32_t>{}, pixels);
-        pic = make(bytes);
+        const auto alpha = static_cast<std::uint8_t>(i == 3 ? 0 : i % 5 == 0 ? 255 : 37 * i % 256);
+        const auto b = [](int v) { return static_cast<std::uint8_t>(v); };
+        const std::vector<std::uint8_t> pixel = bits == 8 ? std::vector<std::uint8_t>{b(i % 4), alpha}
+                                                          : std::vector<std::uint8_t>{b(11 * i), b(250 - 9 * i),
+                                                                                      b(60 + 7 * i), alpha};
+        pixels.insert(pixels.end(), pixel.begin(), pixel.end());
     }
-
-    std::vector<std::uint8_t> bytes;
-    std::unique_ptr<PicDataInterface> pic;
-};
+    const std::vector<std::uint32_t> palette = {0x00102030u, 0x00F0E0D0u, 0x0080FF00u, 0x00FF0080u};
+    return HeldPicture(gadu_test::make_apic(1, bits, 5, 4, bits == 8 ? palette : std::vector<std::uint32_t>{}, pixels));
+}
 
 // A buffer whose every pixel differs, so that no blend can hide.
 MemoryRenderingBuffer gradient(std::int32_t size)
@@ -172,13 +153,13 @@ TEST(DrawSubpixelTest, WholeOffsetsDrawExactlyLikeDraw)
 {
     for (std::int32_t bits : {8, 24})
     {
-        Patterned p(bits);
+        const HeldPicture p = patterned(bits);
         for (const auto& [x, y] : {std::pair{3.0, 4.0}, {0.0, 0.0}, {-2.0, 1.0}, {3.000000001, -1.0}})
         {
             MemoryRenderingBuffer subpixel = gradient(8);
             MemoryRenderingBuffer plain = gradient(8);
-            p.pic->draw_subpixel(-x, -y, 8, 8, subpixel, p.pic->get_bounds(), 1.0f);
-            p.pic->draw(Rect::of_size(std::lround(-x), std::lround(-y), 8, 8), plain, p.pic->get_bounds());
+            p->draw_subpixel(-x, -y, 8, 8, subpixel, p->get_bounds(), 1.0f);
+            p->draw(Rect::of_size(std::lround(-x), std::lround(-y), 8, 8), plain, p->get_bounds());
             EXPECT_EQ(pixels_of(subpixel), pixels_of(plain)) << bits << " bits at " << x << ", " << y;
         }
     }
@@ -192,16 +173,16 @@ TEST(DrawRotatedTest, AHairOfATurnDrawsWhatTheTranslationDraws)
 {
     for (std::int32_t bits : {8, 24})
     {
-        Patterned p(bits);
-        for (const Rect source : {p.pic->get_bounds(), Rect{1, 1, 4, 3}})
+        const HeldPicture p = patterned(bits);
+        for (const Rect source : {p->get_bounds(), Rect{1, 1, 4, 3}})
         {
             for (const auto& [ox, oy, opacity] : {std::tuple{0.25f, 0.5f, 1.0f}, {-1.75f, -2.125f, 0.6f},
                                                    {0.875f, -0.375f, 1.0f}, {-3.5f, 1.25f, 0.3f}})
             {
                 MemoryRenderingBuffer turned = gradient(8);
                 MemoryRenderingBuffer moved = gradient(8);
-                EXPECT_EQ(p.pic->draw_rotated_faded(ox, oy, 8, 8, 1e-7f, turned, source, opacity), 1);
-                p.pic->draw_subpixel(ox, oy, 8, 8, moved, source, opacity);
+                EXPECT_EQ(p->draw_rotated_faded(ox, oy, 8, 8, 1e-7f, turned, source, opacity), 1);
+                p->draw_subpixel(ox, oy, 8, 8, moved, source, opacity);
                 EXPECT_LE(largest_difference(turned, moved), 2) << bits << " bits, " << ox << ", " << oy;
             }
         }
@@ -214,7 +195,7 @@ TEST(DrawRotatedTest, AHairOfATurnDrawsWhatTheTranslationDraws)
 // clockwise).
 TEST(DrawRotatedTest, QuarterTurnsPutEveryPixelWhereTheScreenExpectsIt)
 {
-    Patterned p(8);
+    const HeldPicture p = patterned(8);
     Picture picture(p.pic.get());
     picture.set_hot_spot(2, 1);
     const int pivot_x = 6, pivot_y = 5;
@@ -233,9 +214,9 @@ TEST(DrawRotatedTest, QuarterTurnsPutEveryPixelWhereTheScreenExpectsIt)
                 const int u = bx - pivot_x, v = by - pivot_y;
                 const int i = 2 + u * cosines[quarter] - v * sines[quarter];
                 const int j = 1 + u * sines[quarter] + v * cosines[quarter];
-                if (p.pic->get_bounds().contains(i, j))
+                if (p->get_bounds().contains(i, j))
                 {
-                    p.pic->draw(Rect{i - bx, j - by, i - bx + 12, j - by + 12}, expected, Rect{i, j, i + 1, j + 1});
+                    p->draw(Rect{i - bx, j - by, i - bx + 12, j - by + 12}, expected, Rect{i, j, i + 1, j + 1});
                 }
             }
         }
@@ -250,7 +231,7 @@ TEST(DrawRotatedTest, QuarterTurnsPutEveryPixelWhereTheScreenExpectsIt)
 
 TEST(DrawRotatedTest, TinyAnglesTranslateAndOpaquePicturesDoNotTurn)
 {
-    Patterned p(24);
+    const HeldPicture p = patterned(24);
     Picture picture(p.pic.get());
     picture.set_hot_spot(2, 2);
     MemoryRenderingBuffer turned = gradient(8);
@@ -261,13 +242,12 @@ TEST(DrawRotatedTest, TinyAnglesTranslateAndOpaquePicturesDoNotTurn)
     picture.draw(Rect{-4, -3, 4, 5}, placed);
     EXPECT_EQ(pixels_of(turned), pixels_of(placed));
 
-    const auto opaque_bytes = gadu_test::make_apic(0, 8, 2, 2, {0x00FFFFFFu}, {0, 0, 0, 0});
-    const auto opaque = make(opaque_bytes);
+    const HeldPicture opaque(gadu_test::make_apic(0, 8, 2, 2, {0x00FFFFFFu}, {0, 0, 0, 0}));
     MemoryRenderingBuffer untouched(4, 4);
     EXPECT_EQ(opaque->draw_rotated(0.0f, 0.0f, 4, 4, 1.0f, untouched, opaque->get_bounds()), 0);
     EXPECT_EQ(opaque->draw_rotated_faded(0.0f, 0.0f, 4, 4, 1.0f, untouched, opaque->get_bounds(), 1.0f), 0);
     // Not a number is no angle: nothing is drawn.
-    EXPECT_EQ(p.pic->draw_rotated(0.0f, 0.0f, 4, 4, std::nanf(""), untouched, p.pic->get_bounds()), 0);
+    EXPECT_EQ(p->draw_rotated(0.0f, 0.0f, 4, 4, std::nanf(""), untouched, p->get_bounds()), 0);
     EXPECT_EQ(pixels_of(untouched), Pixels(16, 0u));
 }
 

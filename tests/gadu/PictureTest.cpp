@@ -11,28 +11,11 @@ namespace gadu
 namespace
 {
 
-// A 4 x 3 opaque picture whose every pixel has its own colour: index
-// x + 4y, palette entry n = 0x000100 * n + 0x10.
-struct NumberedPicture
+// The 4 x 3 picture whose pixel (x, y) has the colour 0x10 (1 + x + 4y).
+std::uint32_t numbered(int x, int y)
 {
-    NumberedPicture()
-    {
-        std::vector<std::uint32_t> palette;
-        std::vector<std::uint8_t> pixels;
-        for (std::uint32_t n = 0; n < 12; ++n)
-        {
-            palette.push_back(0x000100u * n + 0x10u);
-            pixels.push_back(static_cast<std::uint8_t>(n));
-        }
-        bytes = gadu_test::make_apic(0, 8, 4, 3, palette, pixels);
-        pic = PicDataFactory::use_instance().create_from_bytes(bytes.data(), bytes.size());
-    }
-
-    static std::uint32_t colour(int x, int y) { return 0x000100u * static_cast<std::uint32_t>(x + 4 * y) + 0x10u; }
-
-    std::vector<std::uint8_t> bytes;
-    std::unique_ptr<PicDataInterface> pic;
-};
+    return 0x10u * static_cast<std::uint32_t>(1 + x + 4 * y);
+}
 
 TEST(BoundingBoxDefaultCheckerTest, HitsNothingUntilGivenARectangleThenHalfOpenEdges)
 {
@@ -82,29 +65,24 @@ TEST(MemoryRenderingBufferTest, BlitCopiesTheTopLeftPartClippedToTheScreen)
 
 TEST(PictureTest, HotSpotMovesTheHitRectangleAndTheDrawnPicture)
 {
-    NumberedPicture np;
-    ASSERT_NE(np.pic, nullptr);
+    const gadu_test::HeldPicture np(gadu_test::numbered_apic(4, 3));
     Picture picture(np.pic.get());
     EXPECT_EQ(picture.get_hit_rect(), (Rect{0, 0, 4, 3}));
     picture.set_hot_spot(2, 1);
     EXPECT_EQ(picture.get_hit_rect(), (Rect{-2, -1, 2, 2}));
-    std::int32_t hx = 0, hy = 0;
-    picture.get_hot_spot(hx, hy);
-    EXPECT_EQ(hx, 2);
-    EXPECT_EQ(hy, 1);
 
     // The region is relative to the hot spot: (-2, -1) is the picture's corner.
     MemoryRenderingBuffer buffer(8, 8);
     EXPECT_EQ(picture.draw(Rect{-3, -2, 5, 6}, buffer), 1);
-    EXPECT_EQ(buffer.get_pixel(1, 1), NumberedPicture::colour(0, 0));
-    EXPECT_EQ(buffer.get_pixel(4, 3), NumberedPicture::colour(3, 2));
+    EXPECT_EQ(buffer.get_pixel(1, 1), numbered(0, 0));
+    EXPECT_EQ(buffer.get_pixel(4, 3), numbered(3, 2));
     EXPECT_EQ(buffer.get_pixel(0, 0), 0u);
     EXPECT_EQ(buffer.get_pixel(5, 1), 0u);
 }
 
 TEST(PictureTest, SourceRectangleLimitsDrawingAndHitting)
 {
-    NumberedPicture np;
+    const gadu_test::HeldPicture np(gadu_test::numbered_apic(4, 3));
     Picture picture(np.pic.get());
     picture.set_source_rect(Rect{1, 1, 10, 10});
     EXPECT_EQ(picture.get_source_rect(), (Rect{1, 1, 4, 3}));
@@ -116,7 +94,7 @@ TEST(PictureTest, SourceRectangleLimitsDrawingAndHitting)
     MemoryRenderingBuffer buffer(4, 3);
     picture.draw(Rect{0, 0, 4, 3}, buffer);
     EXPECT_EQ(buffer.get_pixel(0, 0), 0u);
-    EXPECT_EQ(buffer.get_pixel(1, 1), NumberedPicture::colour(1, 1));
+    EXPECT_EQ(buffer.get_pixel(1, 1), numbered(1, 1));
 
     picture.set_source_rect(Rect{3, 2, 1, 1});
     EXPECT_EQ(picture.get_source_rect(), Rect{});
