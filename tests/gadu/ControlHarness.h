@@ -61,14 +61,14 @@ public:
         return found;
     }
 
-    // The kinds of the events but the checks, in order, a letter each, a run
-    // of one kind as one letter: "bvev" is a gesture and a tail.
-    std::string outline() const
+    // The kinds of the events in order, a letter each, a run of one kind as
+    // one letter: "bvev" is a gesture and a tail; checks only when asked for.
+    std::string outline(bool with_checks = false) const
     {
         std::string seen;
         for (const ListenerEvent& e : events)
         {
-            if (e.what != "check" && (seen.empty() || seen.back() != e.what[0]))
+            if ((with_checks || e.what != "check") && (seen.empty() || seen.back() != e.what[0]))
             {
                 seen += e.what[0];
             }

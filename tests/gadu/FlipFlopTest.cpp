@@ -69,7 +69,6 @@ TEST_F(FlipFlopTest, APressTogglesAtOnceAndThePictureChangesHalfWay)
     window.release(50, 40, mouse_button::left);
     EXPECT_DOUBLE_EQ(flip.get_value(), 1.0);
     window.press(50, 40, mouse_button::left);
-    window.release(50, 40, mouse_button::left);
     EXPECT_DOUBLE_EQ(flip.get_value(), 0.0);
     wait_and_paint(0.040);
     EXPECT_EQ(shown(), kOn);
@@ -87,7 +86,6 @@ TEST_F(FlipFlopTest, ChangesFromOutsideAnimateWhenTheyAreDrawn)
     wait_and_paint(0.150);
     EXPECT_EQ(shown(), kOn);
     EXPECT_FALSE(flip.is_animating());
-
 }
 
 TEST_F(FlipFlopTest, ADisabledOrRefusingSwitchStaysPut)

@@ -11,13 +11,14 @@ namespace gadu
 namespace
 {
 
+using Firings = std::vector<std::pair<std::uint32_t, double>>;
+
 // Records every firing as (id, time) and runs an optional action inside it.
 struct Receiver : MessageHandlerInterface
 {
     std::int32_t handle_message(const MessageInterface& message) override
     {
-        const auto* notify = dynamic_cast<const Notify*>(&message);
-        if (notify != nullptr)
+        if (const auto* notify = dynamic_cast<const Notify*>(&message))
         {
             fired.emplace_back(notify->get_timer_id(), notify->get_time());
             if (action)
@@ -28,14 +29,26 @@ struct Receiver : MessageHandlerInterface
         return 0;
     }
 
-    std::vector<std::pair<std::uint32_t, double>> fired;
+    Firings fired;
     std::function<void(std::uint32_t)> action;
 };
 
-TEST(TimerManagerTest, IdsAreFreshAndWrittenBackAndAnIdCannotBeAddedTwice)
+class TimerManagerTest : public ::testing::Test
 {
+protected:
+    std::uint32_t add(float period)
+    {
+        std::uint32_t id = 0;
+        EXPECT_EQ(timers.add(SetTimer(&r, period, id)), 0);
+        return id;
+    }
+
     Receiver r;
     TimerManager timers;
+};
+
+TEST_F(TimerManagerTest, IdsAreFreshAndWrittenBackAndAnIdCannotBeAddedTwice)
+{
     std::uint32_t a = 0;
     std::uint32_t b = 0;
     const SetTimer set_a(&r, 0.03f, a);
@@ -51,88 +64,60 @@ TEST(TimerManagerTest, IdsAreFreshAndWrittenBackAndAnIdCannotBeAddedTwice)
     EXPECT_EQ(timers.remove(ClearTimer(a)), -1);
 }
 
-TEST(TimerManagerTest, FiresAtTheFirstRunAtLeastOnePeriodAfterItsLastFiring)
+TEST_F(TimerManagerTest, FiresAtTheFirstRunAtLeastOnePeriodAfterItsLastFiring)
 {
-    Receiver r;
-    TimerManager timers;
-    std::uint32_t id = 0;
-    timers.add(SetTimer(&r, 0.03f, id));
-    // Serviced every 2 ms of a millisecond clock, as the window's platform timer does.
+    const std::uint32_t id = add(0.03f);
+    // Serviced every 2 ms of a millisecond clock, as the window's platform
+    // timer does. Its last firing starts at 0, so the first run fires it.
     for (int ms = 1000; ms <= 1100; ms += 2)
     {
         timers.service(ms * 0.001);
     }
-    ASSERT_EQ(r.fired.size(), 4u);
-    // Its last firing starts at 0, so the first run fires it.
-    EXPECT_DOUBLE_EQ(r.fired[0].second, 1.0);
-    EXPECT_DOUBLE_EQ(r.fired[1].second, 1.03);
-    EXPECT_DOUBLE_EQ(r.fired[2].second, 1.06);
-    EXPECT_DOUBLE_EQ(r.fired[3].second, 1.09);
-}
-
-TEST(TimerManagerTest, RunsCloserThanTwoMillisecondsFireNothing)
-{
-    Receiver r;
-    TimerManager timers;
-    std::uint32_t id = 0;
-    timers.add(SetTimer(&r, 0.0f, id));
+    EXPECT_EQ(r.fired, (Firings{{id, 1.0}, {id, 1.03}, {id, 1.06}, {id, 1.09}}));
+    // Runs closer than 2 ms fire nothing, even at no period.
+    const std::uint32_t eager = add(0.0f);
     timers.service(5.0);
     timers.service(5.0015);
     timers.service(5.002);
-    EXPECT_EQ(r.fired.size(), 2u);
+    EXPECT_EQ(Firings(r.fired.end() - 3, r.fired.end()), (Firings{{id, 5.0}, {eager, 5.0}, {eager, 5.002}}));
 }
 
-TEST(TimerManagerTest, AClearedTimerStopsAtOnceWhileTheOthersOfTheRunStillFire)
+TEST_F(TimerManagerTest, AClearedTimerStopsAtOnceWhileTheOthersOfTheRunStillFire)
 {
-    Receiver r;
-    TimerManager timers;
-    std::uint32_t first = 0;
-    std::uint32_t second = 0;
-    timers.add(SetTimer(&r, 0.01f, first));
-    timers.add(SetTimer(&r, 0.01f, second));
+    const std::uint32_t first = add(0.01f);
+    const std::uint32_t second = add(0.01f);
     // The first timer's handler clears both: the second must not fire in
     // this run, and the first never again.
     r.action = [&](std::uint32_t fired_id) {
-        if (fired_id == first)
-        {
-            timers.remove(ClearTimer(first));
-            timers.remove(ClearTimer(second));
-        }
+        timers.remove(ClearTimer(first));
+        timers.remove(ClearTimer(second));
+        EXPECT_EQ(fired_id, first);
     };
     timers.service(1.0);
-    r.action = nullptr;
     timers.service(2.0);
-    ASSERT_EQ(r.fired.size(), 1u);
-    EXPECT_EQ(r.fired[0].first, first);
+    EXPECT_EQ(r.fired, (Firings{{first, 1.0}}));
     EXPECT_FALSE(timers.is_active(first));
     EXPECT_FALSE(timers.is_active(second));
 }
 
-TEST(TimerManagerTest, ClearInsideARunStopsEverythingButATimerSetAfterwards)
+TEST_F(TimerManagerTest, ClearInsideARunStopsEverythingButATimerSetAfterwards)
 {
-    Receiver r;
-    TimerManager timers;
-    std::uint32_t a = 0;
-    std::uint32_t b = 0;
+    const std::uint32_t a = add(0.01f);
+    add(0.01f);
     std::uint32_t later = 0;
-    timers.add(SetTimer(&r, 0.01f, a));
-    timers.add(SetTimer(&r, 0.01f, b));
-    bool cleared = false;
     r.action = [&](std::uint32_t) {
-        if (cleared)
+        if (later == 0)
         {
-            return;
+            timers.clear();
+            later = add(0.5f);
         }
-        cleared = true;
-        timers.clear();
-        timers.add(SetTimer(&r, 0.5f, later));
     };
     timers.service(1.0);
-    // b is gone before its turn; the new timer, later in id order and never
-    // fired, comes up in the same run, then keeps its own period.
+    // The second is gone before its turn; the new timer, later in id order and
+    // never fired, comes up in the same run, then keeps its own period.
     timers.service(1.4);
     timers.service(1.6);
-    EXPECT_EQ(r.fired, (std::vector<std::pair<std::uint32_t, double>>{{a, 1.0}, {later, 1.0}, {later, 1.6}}));
+    EXPECT_EQ(r.fired, (Firings{{a, 1.0}, {later, 1.0}, {later, 1.6}}));
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 
@@ -43,23 +44,14 @@ public:
             _exit(127);
         }
         close(fds[1]);
-        char text[32] = {};
-        std::size_t got = 0;
-        while (got < sizeof(text) - 1)
+        // The server writes its display number and a line end once it listens.
+        std::FILE* number_pipe = fdopen(fds[0], "r");
+        int number = -1;
+        if (std::fscanf(number_pipe, "%d", &number) == 1)
         {
-            const ssize_t n = read(fds[0], text + got, sizeof(text) - 1 - got);
-            if (n <= 0 || text[got + static_cast<std::size_t>(n) - 1] == '\n')
-            {
-                got += n > 0 ? static_cast<std::size_t>(n) : 0;
-                break;
-            }
-            got += static_cast<std::size_t>(n);
+            _name = ":" + std::to_string(number);
         }
-        close(fds[0]);
-        if (got > 0)
-        {
-            _name = ":" + std::string(text, text + got - (text[got - 1] == '\n' ? 1 : 0));
-        }
+        std::fclose(number_pipe);
     }
 
     ~VirtualDisplay() { end(); }
