@@ -1,16 +1,21 @@
 #pragma once
 
-// What the Win32 window tests share: a stand-in for the host's editor window
-// and a message pump.
+// What the Win32 window tests share: a stand-in for the host's editor window,
+// a message pump, reading back what a window shows, and the scene's window
+// open in the host's.
 
-#include "gadu/ControlInterface.h"
-#include "gadu/CtrlGroupItem.h"
-#include "gadu/ShowObject.h"
-#include "gadu/WindowInterface.h"
+#include "gadu/win32/PlatformWin32.h"
+#include "gadu/win32/WindowWin32.h"
+
+#include "tests/gadu/WindowScene.h"
 
 #include <gtest/gtest.h>
 
 #include <windows.h>
+
+#include <cstdint>
+#include <utility>
+#include <vector>
 
 namespace gadu_test
 {
@@ -67,17 +72,80 @@ inline LPARAM at(int x, int y)
     return MAKELPARAM(static_cast<WORD>(x), static_cast<WORD>(y));
 }
 
-// The tree of a window with one control in one visible group, set up as an
-// editor does it.
-inline void set_up_tree(gadu::WindowInterface& window, gadu::CtrlGroupItem& group, gadu::ControlInterface& control,
-                        std::int32_t width, std::int32_t height)
+// The window's pixels as the screen shows them, 0xRRGGBB, rows top down.
+inline std::vector<std::uint32_t> capture(HWND window, std::int32_t width, std::int32_t height)
 {
-    group.add_control(control);
-    group.set_position(0, 0);
-    group.handle_message(gadu::ShowObject(true));
-    window.set_content_size(width, height);
-    window.set_window_size(width, height);
-    window.set_control_root(&group);
+    void* bits = nullptr;
+    const HDC screen = ::GetDC(window);
+    const HBITMAP section = gadu::create_top_down_section_win32(screen, width, height, &bits);
+    const HDC memory = ::CreateCompatibleDC(screen);
+    const HGDIOBJ old = ::SelectObject(memory, section);
+    ::BitBlt(memory, 0, 0, width, height, screen, 0, 0, SRCCOPY);
+    ::GdiFlush();
+    std::vector<std::uint32_t> pixels(static_cast<const std::uint32_t*>(bits),
+                                      static_cast<const std::uint32_t*>(bits) + width * height);
+    for (std::uint32_t& p : pixels)
+    {
+        p &= 0xFFFFFFu;
+    }
+    ::SelectObject(memory, old);
+    ::DeleteDC(memory);
+    ::DeleteObject(section);
+    ::ReleaseDC(window, screen);
+    return pixels;
 }
+
+// The large scene in a window of its own, open in one host window that all
+// tests of a suite share (making a top-level window costs wine a while).
+class SceneWindowWin32Test : public ::testing::Test
+{
+protected:
+    static void SetUpTestSuite() { parent = make_host_window(); }
+    static void TearDownTestSuite() { ::DestroyWindow(parent); }
+
+    void SetUp() override
+    {
+        ASSERT_NE(parent, nullptr);
+        scene.attach(window);
+        reopen();
+    }
+
+    void TearDown() override { window.close(); }
+
+    void reopen()
+    {
+        window.close();
+        ASSERT_EQ(window.open(parent), 0) << window.get_error_text();
+        hwnd = window.use_handle();
+        ASSERT_NE(hwnd, nullptr);
+        ::UpdateWindow(hwnd);
+        scene.log.clear();
+    }
+
+    // Where a window pixel lies on the screen.
+    POINT on_screen(std::int32_t x, std::int32_t y) const
+    {
+        RECT frame = {};
+        ::GetWindowRect(hwnd, &frame);
+        return POINT{frame.left + x, frame.top + y};
+    }
+
+    std::pair<LONG, LONG> client_size() const
+    {
+        RECT client = {};
+        ::GetClientRect(hwnd, &client);
+        return {client.right, client.bottom};
+    }
+
+    LRESULT send(UINT message, WPARAM word, std::int32_t x, std::int32_t y) const
+    {
+        return ::SendMessageA(hwnd, message, word, at(x, y));
+    }
+
+    static inline HWND parent = nullptr;
+    WindowScene scene;
+    gadu::WindowWin32 window;
+    HWND hwnd = nullptr;
+};
 
 }  // namespace gadu_test

@@ -1,15 +1,9 @@
-#include "gadu/CtrlGroupItem.h"
 #include "gadu/Menu.h"
-#include "gadu/MenuActionInterface.h"
 #include "gadu/MenuDelimiter.h"
 #include "gadu/MenuItem.h"
 #include "gadu/MenuRequest.h"
-#include "gadu/ShowObject.h"
 #include "gadu/win32/MenuWin32.h"
-#include "gadu/win32/WindowWin32.h"
 
-#include "tests/gadu/ProbeControl.h"
-#include "tests/gadu/WindowScene.h"
 #include "tests/gadu/win32/HostWindowWin32.h"
 
 #include <gtest/gtest.h>
@@ -27,95 +21,41 @@ namespace
 
 using gadu_test::Log;
 
-// Opens its menu on a right click, as a knob offers its MIDI choices.
-class MenuControl : public gadu_test::ProbeControl
-{
-public:
-    MenuControl(Log& log, Menu& menu) : ProbeControl("m", log, Rect{0, 0, 40, 40}), _menu(menu) {}
-    std::int32_t on_mouse_click(const MouseClick& m) override
-    {
-        if (m.get_buttons() == mouse_button::right)
-        {
-            shown = handle_message(MenuRequest(&_menu, 0, 0));
-        }
-        return 1;
-    }
-    std::int32_t shown = 99;
-
-private:
-    Menu& _menu;
-};
-
-class MenuWin32Test : public ::testing::Test
+// The menu of a control, as a knob offers its MIDI choices.
+class MenuWin32Test : public gadu_test::SceneWindowWin32Test
 {
 protected:
-    static void SetUpTestSuite() { parent = gadu_test::make_host_window(); }
-    static void TearDownTestSuite() { ::DestroyWindow(parent); }
-
     void SetUp() override
     {
-        menu.use_root().add(std::make_unique<MenuItem>("One", &action));
-        menu.use_root().add(std::make_unique<MenuDelimiter>());
-        two = &menu.use_root().add(std::make_unique<MenuItem>("Two", &action));
-        MenuItem& off = menu.use_root().add(std::make_unique<MenuItem>("Bound to CC 74"));
-        off.set_disabled(true);
-        menu.use_root().add(std::make_unique<MenuDelimiter>("more"));
-        MenuList& sub = menu.use_root().add(std::make_unique<MenuList>("Sub"));
-        sub.add(std::make_unique<MenuItem>("Deep", &action));
-        MenuItem& hidden = menu.use_root().add(std::make_unique<MenuItem>("Hidden", &action));
-        hidden.set_visible(false);
-
-        gadu_test::set_up_tree(window, controls, control, 64, 64);
-        ASSERT_EQ(window.open(parent), 0) << window.get_error_text();
-        hwnd = window.use_handle();
-        log.clear();
+        SceneWindowWin32Test::SetUp();
+        MenuList& root = menu.use_root();
+        root.add(std::make_unique<MenuItem>("One", &action));
+        root.add(std::make_unique<MenuDelimiter>());
+        two = &root.add(std::make_unique<MenuItem>("Two", &action));
+        root.add(std::make_unique<MenuItem>("Bound to CC 74")).set_disabled(true);
+        root.add(std::make_unique<MenuDelimiter>("more"));
+        root.add(std::make_unique<MenuList>("Sub")).add(std::make_unique<MenuItem>("Deep", &action));
+        root.add(std::make_unique<MenuItem>("Hidden", &action)).set_visible(false);
     }
 
-    void TearDown() override { window.close(); }
-
-    // The user's keys, waiting in the queue that the menu's modal loop reads.
-    void type(std::initializer_list<WPARAM> keys) const
+    // Shows the menu for b; the user's keys wait in the queue that the menu's
+    // modal loop reads.
+    std::int32_t show(std::initializer_list<WPARAM> keys)
     {
         for (WPARAM key : keys)
         {
             ::PostMessageA(hwnd, WM_KEYDOWN, key, 0);
             ::PostMessageA(hwnd, WM_KEYUP, key, 0);
         }
+        return scene.b.handle_message(MenuRequest(&menu, 0, 0));
     }
 
-    void right_click()
-    {
-        ::SendMessageA(hwnd, WM_RBUTTONDOWN, MK_RBUTTON, gadu_test::at(10, 10));
-    }
-
-    static inline HWND parent = nullptr;
-    Log log;
-    gadu_test::RecordingAction action{log};
     Menu menu;
+    gadu_test::RecordingAction action{scene.log};
     MenuItem* two = nullptr;
-    CtrlGroupItem controls;
-    MenuControl control{log, menu};
-    WindowWin32 window;
-    HWND hwnd = nullptr;
 };
 
-TEST_F(MenuWin32Test, EscapeChoosesNothingAndAChosenItemsActionRunsAfterTheMenuHasGone)
-{
-    type({VK_DOWN, VK_ESCAPE});
-    right_click();
-    EXPECT_EQ(control.shown, 0);
-    // Down to "One", over the separator to "Two".
-    type({VK_DOWN, VK_DOWN, VK_RETURN});
-    right_click();
-    EXPECT_EQ(control.shown, static_cast<std::int32_t>(two->get_id()));
-    EXPECT_EQ(log, (Log{"m highlight", "m highlight", "chose Two"}));
-    EXPECT_FALSE(gadu_test::class_exists("VelnorAudioPluginMenu"));
-    EXPECT_EQ(::FindWindowExA(hwnd, nullptr, "VelnorAudioPluginMenu", nullptr), nullptr);
-    // Nothing is shown any more, so there is nothing to stop.
-    EXPECT_EQ(control.handle_message(MenuStop()), -1);
-}
-
-// The entries of the shown pop-up as the system holds them: text and state.
+// The entries of a shown pop-up as the system holds them: text and state.
 std::vector<std::string> entries_of(HMENU menu)
 {
     std::vector<std::string> entries;
@@ -148,23 +88,29 @@ void CALLBACK inspect_popup(HWND, UINT, UINT_PTR id, DWORD)
     ::PostMessageA(popup, WM_KEYDOWN, VK_ESCAPE, 0);
 }
 
-TEST_F(MenuWin32Test, ThePopUpShowsTheVisibleEntriesAsTheModelDescribesThem)
+TEST_F(MenuWin32Test, ThePopUpShowsTheVisibleEntriesAndTheChosenItemsActionRunsOnceItHasGone)
 {
     two->set_checked(true);
     two->set_label(std::string(200, 'L'));
     seen.clear();
     ::SetTimer(nullptr, 0, 10, &inspect_popup);
-    right_click();
+    EXPECT_EQ(show({}), 0);
     EXPECT_EQ(seen, (std::vector<std::string>{"One", "separator", std::string(MenuWin32::kMaxLabel, 'L') + " checked",
                                               "Bound to CC 74 grayed", "---- more ---- grayed", "Sub >"}));
-    EXPECT_EQ(control.shown, 0);
+    // Down to "One", over the separator to "Two".
+    EXPECT_EQ(show({VK_DOWN, VK_DOWN, VK_RETURN}), static_cast<std::int32_t>(two->get_id()));
+    EXPECT_EQ(scene.log, Log{"chose " + std::string(200, 'L')});
+    EXPECT_FALSE(gadu_test::class_exists("VelnorAudioPluginMenu"));
+    EXPECT_EQ(::FindWindowExA(hwnd, nullptr, "VelnorAudioPluginMenu", nullptr), nullptr);
+    // Nothing is shown any more, so there is nothing to stop.
+    EXPECT_EQ(scene.b.handle_message(MenuStop()), -1);
 }
 
 TEST_F(MenuWin32Test, ANullMenuOrAClosedWindowIsRefused)
 {
-    EXPECT_EQ(control.handle_message(MenuRequest(nullptr, 0, 0)), -1);
+    EXPECT_EQ(scene.b.handle_message(MenuRequest(nullptr, 0, 0)), -1);
     window.close();
-    EXPECT_EQ(control.handle_message(MenuRequest(&menu, 0, 0)), -1);
+    EXPECT_EQ(show({}), -1);
 }
 
 }  // namespace

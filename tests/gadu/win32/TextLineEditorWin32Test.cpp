@@ -1,11 +1,6 @@
-#include "gadu/CtrlGroupItem.h"
-#include "gadu/ShowObject.h"
 #include "gadu/TextInputRequest.h"
-#include "gadu/win32/WindowWin32.h"
 
-#include "tests/gadu/ProbeControl.h"
 #include "tests/gadu/win32/HostWindowWin32.h"
-#include "tests/gadu/win32/WindowCaptureWin32.h"
 
 #include <gtest/gtest.h>
 
@@ -20,28 +15,13 @@ namespace
 
 using gadu_test::Log;
 
-constexpr std::uint32_t kProbeColour = 0x806040u;
-
-class TextLineEditorWin32Test : public ::testing::Test
+// A text field that a asks for over the scene.
+class TextLineEditorWin32Test : public gadu_test::SceneWindowWin32Test
 {
 protected:
-    static void SetUpTestSuite() { parent = gadu_test::make_host_window(); }
-    static void TearDownTestSuite() { ::DestroyWindow(parent); }
-
-    void SetUp() override
-    {
-        gadu_test::set_up_tree(window, controls, control, 120, 60);
-        ASSERT_EQ(window.open(parent), 0) << window.get_error_text();
-        hwnd = window.use_handle();
-        ::UpdateWindow(hwnd);
-        log.clear();
-    }
-
-    void TearDown() override { window.close(); }
-
     HWND open_field(const std::string& text)
     {
-        EXPECT_EQ(control.handle_message(TextInputRequest(&control, Rect{10, 20, 110, 40}, text)), 0);
+        EXPECT_EQ(scene.a.handle_message(TextInputRequest(&scene.a, Rect{10, 20, 90, 40}, text)), 0);
         return ::FindWindowExA(hwnd, nullptr, "EDIT", nullptr);
     }
 
@@ -51,13 +31,6 @@ protected:
         ::GetWindowTextA(field, text, sizeof(text));
         return text;
     }
-
-    static inline HWND parent = nullptr;
-    Log log;
-    CtrlGroupItem controls;
-    gadu_test::ProbeControl control{"c", log, Rect{0, 0, 120, 60}, kProbeColour};
-    WindowWin32 window;
-    HWND hwnd = nullptr;
 };
 
 TEST_F(TextLineEditorWin32Test, OpensOverTheRectangleWithTheTextSelectedAndFocused)
@@ -71,20 +44,20 @@ TEST_F(TextLineEditorWin32Test, OpensOverTheRectangleWithTheTextSelectedAndFocus
     ::MapWindowPoints(nullptr, hwnd, reinterpret_cast<POINT*>(&r), 2);
     EXPECT_EQ(r.left, 10);
     EXPECT_EQ(r.top, 20);
-    EXPECT_EQ(r.right, 110);
+    EXPECT_EQ(r.right, 90);
     EXPECT_EQ(r.bottom, 40);
     DWORD from = 0;
     DWORD to = 0;
     ::SendMessageA(field, EM_GETSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
     EXPECT_EQ(from, 0u);
     EXPECT_EQ(to, 5u);
-    EXPECT_TRUE(log.empty());
+    EXPECT_TRUE(scene.log.empty());
 
-    // The field lies over the content, which the probe paints in one colour.
+    // The field lies over the scene.
     ::UpdateWindow(field);
-    const std::vector<std::uint32_t> shown = gadu_test::capture(hwnd, 120, 60);
-    EXPECT_EQ(shown[5 * 120 + 5], kProbeColour);
-    EXPECT_NE(shown[30 * 120 + 15], kProbeColour);
+    const std::vector<std::uint32_t> shown = gadu_test::capture(hwnd, 96, 64);
+    EXPECT_EQ(shown[5 * 96 + 5], scene.expected_at(5, 5));
+    EXPECT_NE(shown[30 * 96 + 80], scene.expected_at(80, 30));
 }
 
 TEST_F(TextLineEditorWin32Test, EnterOrAPressInTheWindowAcceptsAndEscapeCancels)
@@ -97,9 +70,8 @@ TEST_F(TextLineEditorWin32Test, EnterOrAPressInTheWindowAcceptsAndEscapeCancels)
     };
     type_and_end("typed", [](HWND field) { ::SendMessageA(field, WM_KEYDOWN, VK_RETURN, 0); });
     type_and_end("changed my mind", [](HWND field) { ::SendMessageA(field, WM_KEYDOWN, VK_ESCAPE, 0); });
-    type_and_end("42", [&](HWND) { ::SendMessageA(hwnd, WM_LBUTTONDOWN, MK_LBUTTON, gadu_test::at(5, 5)); });
-    EXPECT_EQ(log, (Log{"c text typed accepted", "c text changed my mind cancelled", "c text 42 accepted",
-                        "c highlight", "c click 5,5 b1 d0"}));
+    type_and_end("42", [&](HWND) { send(WM_LBUTTONDOWN, MK_LBUTTON, 5, 5); });
+    EXPECT_EQ(scene.log, (Log{"a text typed accepted", "a text changed my mind cancelled", "a text 42 accepted"}));
 }
 
 TEST_F(TextLineEditorWin32Test, ASecondRequestEndsTheFirstFieldAndStopOrClosingCancels)
@@ -108,12 +80,12 @@ TEST_F(TextLineEditorWin32Test, ASecondRequestEndsTheFirstFieldAndStopOrClosingC
     const HWND second = open_field("two");
     EXPECT_FALSE(::IsWindow(first));
     EXPECT_EQ(text_of(second), "two");
-    EXPECT_EQ(control.handle_message(TextInputStop()), 0);
+    EXPECT_EQ(scene.a.handle_message(TextInputStop()), 0);
     EXPECT_FALSE(::IsWindow(second));
-    EXPECT_EQ(control.handle_message(TextInputStop()), -1);
+    EXPECT_EQ(scene.a.handle_message(TextInputStop()), -1);
     open_field("left open");
     window.close();
-    EXPECT_EQ(log, (Log{"c text one cancelled", "c text two cancelled", "c text left open cancelled"}));
+    EXPECT_EQ(scene.log, (Log{"a text one cancelled", "a text two cancelled", "a text left open cancelled"}));
 }
 
 }  // namespace

@@ -1,10 +1,5 @@
-#include "gadu/CtrlGroupItem.h"
-#include "gadu/MouseMessage.h"
-#include "gadu/ShowObject.h"
-#include "gadu/TimerMessage.h"
 #include "gadu/win32/WindowWin32.h"
 
-#include "tests/gadu/ProbeControl.h"
 #include "tests/gadu/win32/HostWindowWin32.h"
 
 #include <gtest/gtest.h>
@@ -14,16 +9,14 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <vector>
 #include <memory>
+#include <vector>
 #include <thread>
 
 namespace gadu
 {
 namespace
 {
-
-using gadu_test::Log;
 
 // How far the process's table of GDI or USER handles reaches: the largest
 // slot among many fresh objects. Freed slots are used again first, so the
@@ -54,17 +47,19 @@ std::array<std::uint32_t, 4> gui_objects()
             handle_high_water([] { return ::CreatePopupMenu(); }, [](HMENU m) { ::DestroyMenu(m); })};
 }
 
-// A window with one probe over its whole content, as an editor would set it up.
+// The scene in a window, as an editor would set it up.
 struct Editor
 {
-    Editor()
+    Editor() { scene.attach(window); }
+
+    // A press on a, and with a capture a move.
+    void press_a() const
     {
-        gadu_test::set_up_tree(window, controls, probe, 64, 48);
+        ::SendMessageA(window.use_handle(), WM_LBUTTONDOWN, MK_LBUTTON, gadu_test::at(15, 12));
+        ::SendMessageA(window.use_handle(), WM_MOUSEMOVE, MK_LBUTTON, gadu_test::at(15, 16));
     }
 
-    Log log;
-    CtrlGroupItem controls;
-    gadu_test::ProbeControl probe{"p", log, Rect{0, 0, 64, 48}, 0x336699u};
+    gadu_test::WindowScene scene;
     WindowWin32 window;
 };
 
@@ -81,10 +76,9 @@ protected:
         ASSERT_EQ(editor.window.open(host), 0) << editor.window.get_error_text();
         ::UpdateWindow(editor.window.use_handle());
         std::uint32_t id = 0;
-        editor.probe.handle_message(SetTimer(&editor.probe, 0.01f, id));
-        editor.probe.capture_mode = capture_mode::relative;
-        ::SendMessageA(editor.window.use_handle(), WM_LBUTTONDOWN, MK_LBUTTON, gadu_test::at(5, 5));
-        ::SendMessageA(editor.window.use_handle(), WM_MOUSEMOVE, MK_LBUTTON, gadu_test::at(5, 9));
+        editor.scene.a.handle_message(SetTimer(&editor.scene.a, 0.01f, id));
+        editor.scene.a.capture_mode = capture_mode::relative;
+        editor.press_a();
         gadu_test::pump(0);
         editor.window.close();
     }
@@ -117,8 +111,8 @@ TEST_F(WindowLifecycleWin32Test, TheClassStaysWhileAnyWindowIsOpen)
     first.reset();
     EXPECT_EQ(WindowWin32::get_open_count(), 1);
     EXPECT_TRUE(gadu_test::class_exists(WindowWin32::get_class_name()));
-    ::SendMessageA(second.window.use_handle(), WM_LBUTTONDOWN, MK_LBUTTON, gadu_test::at(3, 4));
-    EXPECT_EQ(second.log.back(), "p click 3,4 b1 d0");
+    second.press_a();
+    EXPECT_EQ(second.scene.log.back(), "a move 15,16");
     second.window.close();
     // Closed but not yet gone: the class waits for the last window object.
     EXPECT_TRUE(gadu_test::class_exists(WindowWin32::get_class_name()));
@@ -159,8 +153,8 @@ TEST_F(WindowLifecycleWin32Test, AFailedOpenSaysWhyAndLeavesTheWindowClosed)
     EXPECT_EQ(editor.window.use_handle(), nullptr);
     EXPECT_EQ(WindowWin32::get_open_count(), 0);
     // Up messages find no window to go to.
-    EXPECT_EQ(editor.probe.handle_message(MouseCapture(&editor.probe, capture_mode::plain)), -1);
-    EXPECT_EQ(editor.probe.handle_message(Invalidate(Rect{0, 0, 5, 5})), -1);
+    EXPECT_EQ(editor.scene.a.handle_message(MouseCapture(&editor.scene.a, capture_mode::plain)), -1);
+    EXPECT_EQ(editor.scene.a.handle_message(Invalidate(Rect{0, 0, 5, 5})), -1);
 }
 
 TEST_F(WindowLifecycleWin32Test, AHostThatDestroysItsWindowFirstTakesOursAlong)
@@ -168,14 +162,14 @@ TEST_F(WindowLifecycleWin32Test, AHostThatDestroysItsWindowFirstTakesOursAlong)
     Editor editor;
     const HWND doomed = gadu_test::make_host_window();
     ASSERT_EQ(editor.window.open(doomed), 0);
-    editor.probe.capture_mode = capture_mode::hidden;
-    ::SendMessageA(editor.window.use_handle(), WM_LBUTTONDOWN, MK_LBUTTON, gadu_test::at(5, 5));
+    editor.scene.a.capture_mode = capture_mode::hidden;
+    editor.press_a();
     const int hidden = ::ShowCursor(TRUE) - 1;
     ::ShowCursor(FALSE);
     ::DestroyWindow(doomed);
     EXPECT_EQ(editor.window.use_handle(), nullptr);
     EXPECT_EQ(WindowWin32::get_open_count(), 0);
-    EXPECT_EQ(editor.log.back(), "p lost");
+    EXPECT_EQ(editor.scene.log.back(), "a lost");
     EXPECT_EQ(::ShowCursor(TRUE) - 1, hidden + 1);
     ::ShowCursor(FALSE);
     // Its timer went with it; closing afterwards is harmless, opening again works.

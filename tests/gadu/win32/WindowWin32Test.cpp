@@ -1,14 +1,10 @@
 // The platform's side of the window: messages in, pixels, cursor and capture
 // out. What the portable window logic makes of them (capture rules, endless
 // drag timing, timer periods) is checked with the off-screen window.
-#include "gadu/win32/WindowWin32.h"
 #include "sys/Clock.h"
 #include "sys/ClockPin.h"
 
-#include "tests/gadu/ProbeControl.h"
-#include "tests/gadu/WindowScene.h"
 #include "tests/gadu/win32/HostWindowWin32.h"
-#include "tests/gadu/win32/WindowCaptureWin32.h"
 
 #include <gtest/gtest.h>
 
@@ -48,56 +44,8 @@ int cursor_count()
 }
 
 // The large scene: a background of 8 x 8 squares, a at (10, 10), b at (50, 30).
-class WindowWin32Test : public ::testing::Test
+class WindowWin32Test : public gadu_test::SceneWindowWin32Test
 {
-protected:
-    // One host window for all: making a top-level window costs wine a while.
-    static void SetUpTestSuite() { parent = gadu_test::make_host_window(); }
-    static void TearDownTestSuite() { ::DestroyWindow(parent); }
-
-    void SetUp() override
-    {
-        ASSERT_NE(parent, nullptr);
-        scene.attach(window);
-        reopen();
-    }
-
-    void TearDown() override { window.close(); }
-
-    void reopen()
-    {
-        window.close();
-        ASSERT_EQ(window.open(parent), 0) << window.get_error_text();
-        hwnd = window.use_handle();
-        ASSERT_NE(hwnd, nullptr);
-        ::UpdateWindow(hwnd);
-        scene.log.clear();
-    }
-
-    // Where a window pixel lies on the screen.
-    POINT on_screen(std::int32_t x, std::int32_t y) const
-    {
-        RECT frame = {};
-        ::GetWindowRect(hwnd, &frame);
-        return POINT{frame.left + x, frame.top + y};
-    }
-
-    std::pair<LONG, LONG> client_size() const
-    {
-        RECT client = {};
-        ::GetClientRect(hwnd, &client);
-        return {client.right, client.bottom};
-    }
-
-    void send(UINT message, WPARAM word, std::int32_t x, std::int32_t y) const
-    {
-        ::SendMessageA(hwnd, message, word, at(x, y));
-    }
-
-    static inline HWND parent = nullptr;
-    Scene scene;
-    WindowWin32 window;
-    HWND hwnd = nullptr;
 };
 
 TEST_F(WindowWin32Test, OpensAsChildOfTheHostWindowAndShowsTheScene)
@@ -274,7 +222,7 @@ TEST_F(WindowWin32Test, TheMessageFilterSeesEveryMessageFirst)
         result = 7;
         return message == WM_LBUTTONDOWN;
     });
-    EXPECT_EQ(::SendMessageA(hwnd, WM_LBUTTONDOWN, MK_LBUTTON, at(15, 12)), 7);
+    EXPECT_EQ(send(WM_LBUTTONDOWN, MK_LBUTTON, 15, 12), 7);
     send(WM_LBUTTONUP, 0, 15, 12);
     EXPECT_EQ(filtered, 1);
     EXPECT_EQ(scene.log, Log{"a click 15,12 b0 d0"});
