@@ -27,17 +27,12 @@ void store_text(const std::string& text)
 TEST(MouseCompatibility, ReadsAStoredModeAndRepairsAnythingElse)
 {
     MouseCompatibility& setting = MouseCompatibility::use_instance();
-    store_text("1");
-    setting.load();
-    EXPECT_EQ(setting.get_mode(), 1);
-    EXPECT_EQ(stored(), "1");
-
-    for (const char* garbage : {"2", "-1", "yes", "", " 1", "1x"})
+    for (const auto& [text, mode] : {std::pair{"1", 1}, {"2", 0}, {"-1", 0}, {"yes", 0}, {"", 0}, {" 1", 0}, {"1x", 0}})
     {
-        store_text(garbage);
+        store_text(text);
         setting.load();
-        EXPECT_EQ(setting.get_mode(), 0) << garbage;
-        EXPECT_EQ(stored(), "0") << garbage;
+        EXPECT_EQ(setting.get_mode(), mode) << text;
+        EXPECT_EQ(stored(), std::to_string(mode)) << text;
     }
 }
 

@@ -10,6 +10,7 @@
 #include "gadu/RenderingBufferInterface.h"
 #include "gadu/TimerMessage.h"
 
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -34,11 +35,8 @@ inline void fill_tile(gadu::RenderingBufferInterface& buffer, const gadu::Rect& 
     {
         for (std::int32_t x = part.x1; x < part.x2; ++x)
         {
-            std::uint8_t* p = buffer.pixels() + 4 * ((y - tile.y1) * buffer.get_width() + (x - tile.x1));
-            for (int c = 0; c < 4; ++c)
-            {
-                p[c] = static_cast<std::uint8_t>(colour >> (8 * c));
-            }
+            // Blue, green, red and the unused byte: the word's bytes in memory order.
+            std::memcpy(buffer.pixels() + 4 * ((y - tile.y1) * buffer.get_width() + (x - tile.x1)), &colour, 4);
         }
     }
 }

@@ -32,14 +32,7 @@ struct WindowScene
     // Where the probes lie: a square of a_size at a, one of b_size at b.
     struct Layout
     {
-        std::int32_t width;
-        std::int32_t height;
-        std::int32_t a_x;
-        std::int32_t a_y;
-        std::int32_t a_size;
-        std::int32_t b_x;
-        std::int32_t b_y;
-        std::int32_t b_size;
+        std::int32_t width, height, a_x, a_y, a_size, b_x, b_y, b_size;
     };
     static constexpr Layout kSmall{64, 48, 4, 4, 10, 30, 20, 16};
     static constexpr Layout kLarge{96, 64, 10, 10, 20, 50, 30, 16};

@@ -1,11 +1,11 @@
-// The arithmetic between content and platform pixels; how windows use it is
-// checked through the windows themselves.
+// The arithmetic between content and platform pixels; how windows use it
+// (and the blocks a zoomed screen shows) is checked through the windows
+// themselves.
 #include "gadu/DoubleClickDetector.h"
 #include "gadu/Zoom.h"
 
 #include <gtest/gtest.h>
 
-#include <vector>
 
 namespace gadu
 {
@@ -29,25 +29,6 @@ TEST(Zoom, PositionsGoToTheBlockThatHoldsThemEvenLeftOfTheWindow)
     // A factor that would divide by zero or mirror counts as 1.
     EXPECT_EQ(Zoom(0).get_factor(), 1);
     EXPECT_EQ(Zoom(-2).to_content(-7), -7);
-}
-
-TEST(Zoom, ExpandWritesBlocksIntoAStridedImage)
-{
-    // Two by two pixels into a four by four image with a row of 5 pixels.
-    const std::vector<std::uint8_t> source = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16};
-    std::vector<std::uint8_t> image(5 * 4 * 4, 0xEE);
-    Zoom(2).expand(source.data(), 8, 2, 2, image.data(), 20);
-    const auto pixel = [&](int x, int y) { return image[static_cast<std::size_t>(y * 20 + x * 4)]; };
-    EXPECT_EQ(pixel(0, 0), 1);
-    EXPECT_EQ(pixel(1, 1), 1);
-    EXPECT_EQ(pixel(2, 0), 5);
-    EXPECT_EQ(pixel(3, 1), 5);
-    EXPECT_EQ(pixel(0, 2), 9);
-    EXPECT_EQ(pixel(3, 3), 13);
-    EXPECT_EQ(image[static_cast<std::size_t>(3 * 20 + 3 * 4 + 3)], 16);
-    // The padding of each row stays untouched.
-    EXPECT_EQ(pixel(4, 0), 0xEE);
-    EXPECT_EQ(pixel(4, 3), 0xEE);
 }
 
 TEST(DoubleClickDetector, OnlyAQuickCloseSecondPressOfTheSameButtonIsADoubleClick)

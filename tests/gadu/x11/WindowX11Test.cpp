@@ -259,17 +259,18 @@ protected:
     void SetUp() override
     {
         WindowX11Test::SetUp();
-        menu.use_root().add(std::make_unique<MenuItem>("One", &action));
-        menu.use_root().add(std::make_unique<MenuDelimiter>());
-        menu.use_root().add(std::make_unique<MenuItem>("Bound to CC 74")).set_disabled(true);
-        menu.use_root().add(std::make_unique<MenuItem>("Two", &action));
-        MenuList& sub = menu.use_root().add(std::make_unique<MenuList>("Sub"));
-        sub.add(std::make_unique<MenuItem>("Deep", &action));
+        MenuList& root = menu.use_root();
+        root.add(std::make_unique<MenuItem>("One", &action));
+        root.add(std::make_unique<MenuDelimiter>());
+        root.add(std::make_unique<MenuItem>("Bound to CC 74")).set_disabled(true);
+        root.add(std::make_unique<MenuItem>("Two", &action));
+        root.add(std::make_unique<MenuList>("Sub")).add(std::make_unique<MenuItem>("Deep", &action));
     }
 
-    void show_at(int x, int y)
+    // The menu of b, opened with the pointer over b.
+    void show()
     {
-        host.move(x, y);
+        host.move(55, 35);
         ASSERT_TRUE(idle_until([&] { return !scene.log.empty(); }));
         ASSERT_EQ(scene.b.handle_message(MenuRequest(&menu, 0, 0)), 0);
         ASSERT_TRUE(window.use_menu().is_shown());
@@ -283,7 +284,7 @@ protected:
 
 TEST_F(MenuX11Test, KeysEnterAndLeaveSubmenusSkipWhatCannotBeChosenAndChoose)
 {
-    show_at(55, 35);
+    show();
     scene.log.clear();
     host.tap(XK_Up);
     host.tap(XK_Right);
@@ -293,7 +294,7 @@ TEST_F(MenuX11Test, KeysEnterAndLeaveSubmenusSkipWhatCannotBeChosenAndChoose)
     host.tap(XK_Escape);
     ASSERT_TRUE(idle_until([&] { return !window.use_menu().is_shown(); }));
 
-    show_at(55, 35);
+    show();
     // Down to "One", over the separator and the grayed line to "Two".
     host.tap(XK_Down);
     host.tap(XK_Down);
@@ -305,9 +306,9 @@ TEST_F(MenuX11Test, KeysEnterAndLeaveSubmenusSkipWhatCannotBeChosenAndChoose)
     EXPECT_EQ(std::count_if(scene.log.begin(), scene.log.end(), chosen), 1);
 }
 
-TEST_F(MenuX11Test, AClickOnAnEntryChoosesAndAClickOutsideCloses)
+TEST_F(MenuX11Test, AClickOnAnEntryChoosesAClickOutsideOrClosingTheEditorCloses)
 {
-    show_at(55, 35);
+    show();
     // The menu opens at the pointer: its first row lies just below it.
     XWindowAttributes where{};
     XGetWindowAttributes(host.display, window.use_menu().use_handle(), &where);
@@ -317,18 +318,15 @@ TEST_F(MenuX11Test, AClickOnAnEntryChoosesAndAClickOutsideCloses)
     host.button(Button1, false);
     ASSERT_TRUE(idle_until([&] { return logged("chose One"); }));
 
-    show_at(55, 35);
+    show();
     scene.log.clear();
     host.move(280, 230);
     host.button(Button1, true);
     host.button(Button1, false);
     ASSERT_TRUE(idle_until([&] { return !window.use_menu().is_shown(); }));
     EXPECT_FALSE(logged("chose One"));
-}
 
-TEST_F(MenuX11Test, ClosingTheEditorClosesItsMenu)
-{
-    show_at(55, 35);
+    show();
     const Window shown = window.use_menu().use_handle();
     const auto on_screen = [&] {
         const std::vector<Window> top = host.children_of(DefaultRootWindow(host.display));
