@@ -52,7 +52,8 @@ public:
 
     std::int32_t on_mouse_click(const gadu::MouseClick& m) override
     {
-        note("click " + at(m) + " b" + std::to_string(m.get_buttons()) + " d" + std::to_string(m.get_double_click()));
+        note("click " + at(m) + " b" + std::to_string(m.get_buttons()) + " d" + std::to_string(m.get_double_click()) +
+             (m.get_modifiers() != 0 ? " m" + std::to_string(m.get_modifiers()) : ""));
         if (m.get_buttons() != 0 && capture_mode >= 0)
         {
             capture_result = handle_message(gadu::MouseCapture(this, capture_mode));

@@ -71,7 +71,7 @@ TEST_F(WindowWin32Test, ButtonsAndTheWheelReachTheControlUnderThePoint)
     send(WM_LBUTTONDOWN, MK_LBUTTON, 15, 12);
     send(WM_LBUTTONUP, 0, 15, 12);
     send(WM_LBUTTONDBLCLK, MK_LBUTTON, 15, 12);
-    send(WM_RBUTTONDOWN, MK_RBUTTON | MK_SHIFT, 55, 35);
+    send(WM_RBUTTONDOWN, MK_RBUTTON | MK_SHIFT | MK_CONTROL, 55, 35);
     send(WM_MBUTTONDBLCLK, MK_MBUTTON, 55, 35);
     // Outside both controls nobody hears of it.
     send(WM_LBUTTONDOWN, MK_LBUTTON, 80, 5);
@@ -82,7 +82,7 @@ TEST_F(WindowWin32Test, ButtonsAndTheWheelReachTheControlUnderThePoint)
     ::SendMessageA(hwnd, WM_MOUSEWHEEL, MAKEWPARAM(0, 120), MAKELPARAM(p.x, p.y));
     ::SendMessageA(hwnd, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-240)), MAKELPARAM(p.x, p.y));
     EXPECT_EQ(scene.log, (Log{"a highlight", "a click 15,12 b1 d0", "a click 15,12 b0 d0", "a highlight",
-                              "a click 15,12 b1 d1", "b highlight", "b click 55,35 b2 d0", "b highlight",
+                              "a click 15,12 b1 d1", "b highlight", "b click 55,35 b2 d0 m3", "b highlight",
                               "b click 55,35 b4 d4", "a click 12,11 b0 d0", "b wheel 1.000000",
                               "b wheel -2.000000"}));
 }

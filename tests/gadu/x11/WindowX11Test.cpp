@@ -111,6 +111,23 @@ TEST_F(WindowX11Test, OpensAChildOfTheHostWindowThatShowsWhatTheToolkitDraws)
     EXPECT_TRUE(window.is_shared_memory());
 }
 
+TEST_F(WindowX11Test, AtZoomTwoEveryPixelIsABlockAndAFixedWindowShowsAFaceAroundIt)
+{
+    window.close();
+    window.set_zoom(Zoom(2));
+    window.set_resizable(false);
+    window.set_window_size(kWidth + 20, kHeight + 10);
+    open();
+    const int width = 2 * (kWidth + 20);
+    const std::vector<std::uint32_t> shown = screen(width, 2 * (kHeight + 10));
+    const auto at = [&](int x, int y) { return shown.at(static_cast<std::size_t>(y * width + x)); };
+    EXPECT_EQ(scene.count_wrong(at, 2), 0);
+    for (const auto& [x, y] : {std::pair{width - 1, 0}, {2 * kWidth, 2 * kHeight - 1}, {0, 2 * kHeight}})
+    {
+        EXPECT_EQ(at(x, y), 0xF0F0F0u) << x << "," << y;
+    }
+}
+
 TEST_F(WindowX11Test, ButtonsWheelAndModifiersReachTheControlUnderThePointer)
 {
     host.move(15, 12);
@@ -121,8 +138,10 @@ TEST_F(WindowX11Test, ButtonsWheelAndModifiersReachTheControlUnderThePointer)
     host.button(Button1, false);
     host.move(55, 35);
     host.key(XK_Shift_L, true);
+    host.key(XK_Control_L, true);
     host.button(Button3, true);
     host.button(Button3, false);
+    host.key(XK_Control_L, false);
     host.key(XK_Shift_L, false);
     host.button(4, true);
     host.button(4, false);
@@ -131,7 +150,7 @@ TEST_F(WindowX11Test, ButtonsWheelAndModifiersReachTheControlUnderThePointer)
     ASSERT_TRUE(idle_until([&] { return logged("b wheel -1.000000"); }));
     EXPECT_EQ(scene.log, (Log{"a move 15,12", "a highlight", "a click 15,12 b1 d0", "a click 15,12 b0 d0",
                               "a highlight", "a click 15,12 b1 d1", "a click 15,12 b0 d0", "b move 55,35", "b highlight",
-                              "b click 55,35 b2 d0", "b click 55,35 b0 d0", "b wheel 1.000000",
+                              "b click 55,35 b2 d0 m3", "b click 55,35 b0 d0 m3", "b wheel 1.000000",
                               "b wheel -1.000000"}));
 }
 
