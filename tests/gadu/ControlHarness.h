@@ -116,10 +116,7 @@ protected:
     // A picture of the resource's bytes, both kept for the test's life.
     const gadu::PicDataInterface* load(std::vector<std::uint8_t> bytes)
     {
-        resources.push_back(std::move(bytes));
-        const std::vector<std::uint8_t>& kept = resources.back();
-        pictures.push_back(gadu::PicDataFactory::use_instance().create_from_bytes(kept.data(), kept.size()));
-        return pictures.back().get();
+        return pictures.emplace_back(std::move(bytes)).pic.get();
     }
 
     void open()
@@ -153,9 +150,8 @@ protected:
 
     double now = 100.0;
     sys::ClockPin pin{100.0};
-    // The bytes of a resource move with the list, but never move in memory.
-    std::vector<std::vector<std::uint8_t>> resources;
-    std::vector<std::unique_ptr<gadu::PicDataInterface>> pictures;
+    // The bytes of a picture move with the list, but never move in memory.
+    std::vector<HeldPicture> pictures;
     gadu::OffscreenWindow window{kScreen, kScreen};
     gadu::BackgroundItem background;
     gadu::CtrlGroupItem group;

@@ -23,7 +23,7 @@ class OffscreenWindowTest : public ::testing::Test
 protected:
     void SetUp() override
     {
-        ASSERT_NE(scene.pic, nullptr);
+        ASSERT_NE(scene.picture.pic, nullptr);
         window.set_tile_size(8, 8);
         scene.attach(window);
         open();

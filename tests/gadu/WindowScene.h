@@ -37,19 +37,10 @@ struct WindowScene
     static constexpr Layout kSmall{64, 48, 4, 4, 10, 30, 20, 16};
     static constexpr Layout kLarge{96, 64, 10, 10, 20, 50, 30, 16};
 
-    explicit WindowScene(const Layout& l = kLarge) : layout(l)
+    explicit WindowScene(const Layout& l = kLarge)
+        : layout(l), picture(make_apic(0, 8, l.width, l.height, {kDark, kLight}, squares(l)))
     {
-        std::vector<std::uint8_t> pixels;
-        for (int y = 0; y < l.height; ++y)
-        {
-            for (int x = 0; x < l.width; ++x)
-            {
-                pixels.push_back(static_cast<std::uint8_t>((x / 8 + y / 8) % 2));
-            }
-        }
-        bytes = make_apic(0, 8, l.width, l.height, {kDark, kLight}, pixels);
-        pic = gadu::PicDataFactory::use_instance().create_from_bytes(bytes.data(), bytes.size());
-        background.set_picture(gadu::Picture(pic.get()));
+        background.set_picture(gadu::Picture(picture.pic.get()));
         background.set_position(0, 0);
         a.set_position(l.a_x, l.a_y);
         b.set_position(l.b_x, l.b_y);
@@ -70,9 +61,18 @@ struct WindowScene
         controls.handle_message(gadu::ShowObject(true));
     }
 
-    static std::uint32_t background_at(std::int32_t x, std::int32_t y)
+    // The background's pixels: squares of 8 x 8 in the two colours.
+    static std::vector<std::uint8_t> squares(const Layout& l)
     {
-        return (x / 8 + y / 8) % 2 != 0 ? kLight : kDark;
+        std::vector<std::uint8_t> pixels;
+        for (int y = 0; y < l.height; ++y)
+        {
+            for (int x = 0; x < l.width; ++x)
+            {
+                pixels.push_back(static_cast<std::uint8_t>((x / 8 + y / 8) % 2));
+            }
+        }
+        return pixels;
     }
 
     // What the window should show at a content pixel.
@@ -86,7 +86,7 @@ struct WindowScene
         {
             return kColourA;
         }
-        return background_at(x, y);
+        return (x / 8 + y / 8) % 2 != 0 ? kLight : kDark;
     }
 
     // How many pixels of a window's picture at the zoom differ from what the
@@ -106,8 +106,7 @@ struct WindowScene
     }
 
     Layout layout;
-    std::vector<std::uint8_t> bytes;
-    std::unique_ptr<gadu::PicDataInterface> pic;
+    HeldPicture picture;
     gadu::BackgroundItem background;
     Log log;
     gadu::CtrlGroupItem controls;
