@@ -2,6 +2,7 @@
 
 // Builds APIC resources in memory, so the tests need no embedded resource.
 
+#include "gadu/MemoryRenderingBuffer.h"
 #include "gadu/PicDataFactory.h"
 
 #include <cstdint>
@@ -76,5 +77,19 @@ struct HeldPicture
     std::vector<std::uint8_t> bytes;
     std::unique_ptr<gadu::PicDataInterface> pic;
 };
+
+// Every pixel of a buffer, rows top down.
+inline std::vector<std::uint32_t> pixels_of(const gadu::MemoryRenderingBuffer& buffer)
+{
+    std::vector<std::uint32_t> out;
+    for (int y = 0; y < buffer.get_height(); ++y)
+    {
+        for (int x = 0; x < buffer.get_width(); ++x)
+        {
+            out.push_back(buffer.get_pixel(x, y));
+        }
+    }
+    return out;
+}
 
 }  // namespace gadu_test

@@ -1,6 +1,5 @@
 #include "gadu/KeyboardMessage.h"
 #include "gadu/Menu.h"
-#include "gadu/MenuActionInterface.h"
 #include "gadu/MenuDelimiter.h"
 #include "gadu/MenuItem.h"
 #include "gadu/TextInputRequest.h"
@@ -21,16 +20,10 @@ namespace
 using gadu_test::Log;
 using gadu_test::ProbeControl;
 
-class CountingAction : public MenuActionInterface
-{
-public:
-    void on_chosen(MenuItem& item) override { chosen.push_back(item.get_label()); }
-    std::vector<std::string> chosen;
-};
-
 TEST(MenuTest, FindsItemsInSubmenusAndRunsTheirActions)
 {
-    CountingAction action;
+    Log log;
+    gadu_test::RecordingAction action{log};
     Menu menu;
     MenuItem& top = menu.use_root().add(std::make_unique<MenuItem>("top", &action));
     menu.use_root().add(std::make_unique<MenuDelimiter>("group"));
@@ -52,7 +45,7 @@ TEST(MenuTest, FindsItemsInSubmenusAndRunsTheirActions)
     deep.choose();
     silent.choose();
     top.choose();
-    EXPECT_EQ(action.chosen, (std::vector<std::string>{"deep", "top"}));
+    EXPECT_EQ(log, (Log{"chose deep", "chose top"}));
     // A menu that is only a model has nothing shown to stop.
     EXPECT_EQ(menu.stop(), -1);
 }

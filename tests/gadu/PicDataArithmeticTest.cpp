@@ -48,12 +48,7 @@ Row run(const HeldPicture& p, Mode mode, std::uint32_t fill = kBuffer)
     buffer.fill(fill);
     const Rect all = p->get_bounds();
     ((*p.pic).*mode)(all, buffer, all);
-    Row out;
-    for (int x = 0; x < buffer.get_width(); ++x)
-    {
-        out.push_back(buffer.get_pixel(x, 0));
-    }
-    return out;
+    return gadu_test::pixels_of(buffer);
 }
 
 TEST(PicDataArithmeticTest, EachKindDrawsMultipliesAndAddsByItsOwnFormula)

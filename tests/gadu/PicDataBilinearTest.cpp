@@ -22,21 +22,8 @@ namespace
 {
 
 using gadu_test::HeldPicture;
+using gadu_test::pixels_of;
 using Pixels = std::vector<std::uint32_t>;
-
-// Every pixel, rows top down.
-Pixels pixels_of(const MemoryRenderingBuffer& buffer)
-{
-    Pixels out;
-    for (int y = 0; y < buffer.get_height(); ++y)
-    {
-        for (int x = 0; x < buffer.get_width(); ++x)
-        {
-            out.push_back(buffer.get_pixel(x, y));
-        }
-    }
-    return out;
-}
 
 // The largest difference of two buffers of one size in any colour channel.
 int largest_difference(const MemoryRenderingBuffer& a, const MemoryRenderingBuffer& b)

@@ -6,6 +6,8 @@
 #include "gadu/ControlInterface.h"
 #include "gadu/GraphicMessage.h"
 #include "gadu/KeyboardMessage.h"
+#include "gadu/MenuActionInterface.h"
+#include "gadu/MenuItem.h"
 #include "gadu/MouseMessage.h"
 #include "gadu/RenderingBufferInterface.h"
 #include "gadu/TimerMessage.h"
@@ -115,6 +117,17 @@ private:
     std::string _name;
     Log& _log;
     std::uint32_t _colour;
+};
+
+// A menu action that notes the item chosen in a log.
+class RecordingAction : public gadu::MenuActionInterface
+{
+public:
+    explicit RecordingAction(Log& log) : _log(log) {}
+    void on_chosen(gadu::MenuItem& item) override { _log.push_back("chose " + item.get_label()); }
+
+private:
+    Log& _log;
 };
 
 }  // namespace gadu_test

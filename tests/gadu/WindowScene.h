@@ -7,8 +7,6 @@
 
 #include "gadu/BackgroundItem.h"
 #include "gadu/CtrlGroupItem.h"
-#include "gadu/MenuActionInterface.h"
-#include "gadu/MenuItem.h"
 #include "gadu/PicDataFactory.h"
 #include "gadu/ShowObject.h"
 #include "gadu/WindowInterface.h"
@@ -112,17 +110,6 @@ struct WindowScene
     gadu::CtrlGroupItem controls;
     ProbeControl a{"a", log, gadu::Rect{0, 0, layout.a_size, layout.a_size}, kColourA};
     ProbeControl b{"b", log, gadu::Rect{0, 0, layout.b_size, layout.b_size}, kColourB};
-};
-
-// A menu action that notes the item chosen in the scene's log.
-class RecordingAction : public gadu::MenuActionInterface
-{
-public:
-    explicit RecordingAction(Log& log) : _log(log) {}
-    void on_chosen(gadu::MenuItem& item) override { _log.push_back("chose " + item.get_label()); }
-
-private:
-    Log& _log;
 };
 
 }  // namespace gadu_test
