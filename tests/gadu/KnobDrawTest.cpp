@@ -79,24 +79,19 @@ protected:
 
 TEST_F(KnobDrawTest, TheBodyTurnsClockwiseWithTheValue)
 {
-    const std::uint32_t bg = gadu_test::kBackgroundColour;
-    show(0.0);
-    EXPECT_TRUE(is_white(screen_at(kCx, kCy - 6)));
-    EXPECT_EQ(screen_at(kCx + 6, kCy), bg);
-    show(1.0 / 3.0);
-    EXPECT_TRUE(is_white(screen_at(kCx + 6, kCy)));
-    EXPECT_EQ(screen_at(kCx, kCy - 6), bg);
-    show(2.0 / 3.0);
-    EXPECT_TRUE(is_white(screen_at(kCx, kCy + 6)));
-    EXPECT_EQ(screen_at(kCx + 6, kCy), bg);
-    show(1.0);
-    EXPECT_TRUE(is_white(screen_at(kCx - 6, kCy)));
+    // Where the pointer ends, and nowhere else: up, right, along the diagonal
+    // halfway between right and down, down, left.
+    const std::pair<int, int> ends[] = {{0, -6}, {6, 0}, {5, 5}, {0, 6}, {-6, 0}};
+    const double values[] = {0.0, 1.0 / 3.0, 0.5, 2.0 / 3.0, 1.0};
+    for (int i = 0; i < 5; ++i)
+    {
+        show(values[i]);
+        for (int j = 0; j < 5; ++j)
+        {
+            EXPECT_EQ(is_white(screen_at(kCx + ends[j].first, kCy + ends[j].second)), i == j) << values[i] << " " << j;
+        }
+    }
     EXPECT_DOUBLE_EQ(knob.get_angle(), -1.5 * 3.14159265358979323846);
-
-    // Halfway between the right and down positions the pointer runs along
-    // the diagonal.
-    show(0.5);
-    EXPECT_TRUE(is_white(screen_at(kCx + 5, kCy + 5)));
 }
 
 TEST_F(KnobDrawTest, TheDragPointerShowsOnlyDuringADragWithTheKnobsOpacity)

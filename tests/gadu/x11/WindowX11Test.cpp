@@ -52,9 +52,9 @@ protected:
         EXPECT_EQ(ConnectionX11::get_unexpected_error_count(), errors_before);
     }
 
-    void open(Window in = 0)
+    void open()
     {
-        ASSERT_EQ(window.open(reinterpret_cast<void*>(static_cast<std::uintptr_t>(in != 0 ? in : parent))), 0)
+        ASSERT_EQ(window.open(reinterpret_cast<void*>(static_cast<std::uintptr_t>(parent))), 0)
             << window.get_error_text();
         // Until the first frame is on the screen.
         const int p = window.use_zoom().to_platform(15);
