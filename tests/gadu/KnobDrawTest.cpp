@@ -126,6 +126,22 @@ TEST_F(KnobDrawTest, TheDragPointerShowsOnlyDuringADragWithTheKnobsOpacity)
     EXPECT_TRUE(is_white(screen_at(kCx, kCy - 6)));
 }
 
+TEST_F(KnobDrawTest, EachHighlightStateThatIsOnDrawsItsPicture)
+{
+    Picture glow(load(gadu_test::solid_apic(3, 3, kRed, 255)));
+    glow.set_hot_spot(-2, -2);
+    for (std::int32_t state : {0, 3})
+    {
+        knob.set_highlight_picture(state, glow);
+        knob.set_highlight_state(state, true);
+        window.paint_all();
+        EXPECT_EQ(screen_at(kCx + 3, kCy + 3), kRed) << state;
+        knob.set_highlight_state(state, false);
+        window.paint_all();
+        EXPECT_EQ(screen_at(kCx + 3, kCy + 3), gadu_test::kBackgroundColour) << state;
+    }
+}
+
 TEST_F(KnobDrawTest, ARedrawCoversTheTurnedBodyBeyondTheHitRectangle)
 {
     knob.set_hit_rect(Rect{-2, -2, 2, 2});
