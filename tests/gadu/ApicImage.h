@@ -5,6 +5,7 @@
 #include "gadu/MemoryRenderingBuffer.h"
 #include "gadu/PicDataFactory.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <utility>
@@ -43,10 +44,7 @@ inline std::vector<std::uint8_t> make_apic(std::int32_t kind, std::int32_t bits,
     {
         put_u32(bytes, palette_at + 4 * i, palette[i]);
     }
-    for (std::size_t i = 0; i < pixels.size(); ++i)
-    {
-        bytes[pixels_at + i] = pixels[i];
-    }
+    std::copy(pixels.begin(), pixels.end(), bytes.begin() + static_cast<std::ptrdiff_t>(pixels_at));
     return bytes;
 }
 

@@ -1,14 +1,12 @@
 #include "gadu/CtrlGroupItem.h"
 #include "gadu/DefaultEventListener.h"
 #include "gadu/GraphicMessage.h"
-#include "gadu/KeyboardMessage.h"
 #include "gadu/MemoryRenderingBuffer.h"
 #include "gadu/ShowObject.h"
 
 #include "ProbeControl.h"
 
 #include <gtest/gtest.h>
-
 
 namespace gadu
 {
@@ -222,43 +220,6 @@ TEST_F(CtrlGroupItemTest, UpMessagesEndAtTheWindowOrAreRefusedWithoutOne)
     EXPECT_EQ(orphan.handle_message(MouseCapture(&orphan, 0)), -1);
     CtrlGroupItem lonely;
     EXPECT_EQ(lonely.handle_message(ClearTimer(7)), -1);
-}
-
-TEST_F(CtrlGroupItemTest, AMessageTheLadderDoesNotKnowIsRefusedAndChangesNothing)
-{
-    struct Stranger : MessageInterface
-    {
-    };
-    EXPECT_EQ(upper.handle_message(Stranger()), -1);
-    EXPECT_EQ(root.handle_message(Stranger()), 0);
-    EXPECT_EQ(upper.handle_message(KeyPressed(13)), 0);
-    EXPECT_TRUE(log.empty());
-    EXPECT_FALSE(upper.is_dispatching());
-}
-
-TEST(DefaultEventListenerTest, LetsEverythingThroughAndHandsChangesToItsTarget)
-{
-    struct Doubler : DefaultEventListener
-    {
-        double forward(double v, std::int32_t level) override
-        {
-            last_level = level;
-            return 2.0 * v;
-        }
-        void after_message(const MessageInterface&) override { ++messages; }
-        std::int32_t last_level = 0;
-        int messages = 0;
-    } target;
-    DefaultEventListener listener;
-    EXPECT_DOUBLE_EQ(listener.forward(0.25, 200), 0.25);
-    listener.set_target(&target);
-    EXPECT_TRUE(listener.check(1));
-    EXPECT_DOUBLE_EQ(listener.value(0.3, 200), 0.3);
-    EXPECT_DOUBLE_EQ(listener.value_from_param(0.3, 1), 0.3);
-    EXPECT_DOUBLE_EQ(listener.forward(0.25, 50), 0.5);
-    EXPECT_EQ(target.last_level, 50);
-    listener.after_message(ShowObject(true));
-    EXPECT_EQ(target.messages, 1);
 }
 
 }  // namespace

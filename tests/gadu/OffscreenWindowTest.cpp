@@ -217,25 +217,7 @@ TEST_F(OffscreenWindowTest, TimersFireFromThePlatformTimerUntilClearedOrTheWindo
     EXPECT_FALSE(window.use_timers().is_active(second));
 }
 
-// --- menus, text fields, closing ---
-
-TEST_F(OffscreenWindowTest, TextFieldsAndMenusAreRecordedAndAnsweredAsThePlatformWould)
-{
-    EXPECT_EQ(a.handle_message(TextInputRequest(&a, Rect{0, 0, 40, 10}, "120")), 0);
-    EXPECT_TRUE(window.is_text_input_open());
-    // A second request first finishes the open field, as cancelled.
-    EXPECT_EQ(b.handle_message(TextInputRequest(&b, Rect{0, 0, 40, 10}, "7")), 0);
-    // A press anywhere takes the focus away from the field, which accepts it.
-    window.press(60, 2, mouse_button::left);
-    EXPECT_EQ(log, (Log{"a text 120 cancelled", "b text 7 accepted"}));
-    EXPECT_EQ(b.handle_message(TextInputStop()), -1);
-    EXPECT_EQ(window.use_text_requests().size(), 2u);
-
-    EXPECT_EQ(a.handle_message(MenuRequest(nullptr, 3, 4)), 0);
-    EXPECT_EQ(window.use_menu_requests().at(0).get_offset_y(), 4);
-    EXPECT_EQ(a.handle_message(MenuStop()), 0);
-    EXPECT_EQ(a.handle_message(MenuStop()), -1);
-}
+// --- closing ---
 
 TEST_F(OffscreenWindowTest, ClosingHidesTheTreeAndAClosedWindowRefusesEverything)
 {

@@ -12,6 +12,7 @@
 #include "gadu/RenderingBufferInterface.h"
 #include "gadu/TimerMessage.h"
 
+#include <cfenv>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -54,6 +55,7 @@ public:
 
     std::int32_t on_mouse_click(const gadu::MouseClick& m) override
     {
+        rounding = std::fegetround();
         note("click " + at(m) + " b" + std::to_string(m.get_buttons()) + " d" + std::to_string(m.get_double_click()) +
              (m.get_modifiers() != 0 ? " m" + std::to_string(m.get_modifiers()) : ""));
         if (m.get_buttons() != 0 && capture_mode >= 0)
@@ -85,6 +87,7 @@ public:
     std::int32_t on_redraw_end(const gadu::RedrawEnd& m) override { return note("end " + describe(m.get_region())); }
     std::int32_t on_notify(const gadu::Notify& m) override
     {
+        rounding = std::fegetround();
         return note("notify " + std::to_string(m.get_timer_id()));
     }
     std::int32_t on_text_input_finished(const gadu::TextInputFinished& m) override
@@ -100,6 +103,8 @@ public:
     std::int32_t capture_mode = -1;
     std::int32_t capture_result = 99;
     std::int32_t release_result = 99;
+    // The floating-point rounding mode in the last click or timer message.
+    int rounding = -1;
 
 private:
     // Writes a line and answers what the handler answers.

@@ -67,6 +67,14 @@ inline bool class_exists(const char* name)
     return ::GetClassInfoExA(::GetModuleHandleA(nullptr), name, &wc) != 0;
 }
 
+// ShowCursor only tells the display count by changing it: change it and back.
+inline int cursor_count()
+{
+    const int count = ::ShowCursor(TRUE) - 1;
+    ::ShowCursor(FALSE);
+    return count;
+}
+
 inline LPARAM at(int x, int y)
 {
     return MAKELPARAM(static_cast<WORD>(x), static_cast<WORD>(y));

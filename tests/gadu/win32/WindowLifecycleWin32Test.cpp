@@ -164,14 +164,12 @@ TEST_F(WindowLifecycleWin32Test, AHostThatDestroysItsWindowFirstTakesOursAlong)
     ASSERT_EQ(editor.window.open(doomed), 0);
     editor.scene.a.capture_mode = capture_mode::hidden;
     editor.press_a();
-    const int hidden = ::ShowCursor(TRUE) - 1;
-    ::ShowCursor(FALSE);
+    const int hidden = gadu_test::cursor_count();
     ::DestroyWindow(doomed);
     EXPECT_EQ(editor.window.use_handle(), nullptr);
     EXPECT_EQ(WindowWin32::get_open_count(), 0);
     EXPECT_EQ(editor.scene.log.back(), "a lost");
-    EXPECT_EQ(::ShowCursor(TRUE) - 1, hidden + 1);
-    ::ShowCursor(FALSE);
+    EXPECT_EQ(gadu_test::cursor_count(), hidden + 1);
     // Its timer went with it; closing afterwards is harmless, opening again works.
     gadu_test::pump(20);
     editor.window.close();

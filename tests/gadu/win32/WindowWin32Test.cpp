@@ -1,6 +1,12 @@
-// The platform's side of the window: messages in, pixels, cursor and capture
-// out. What the portable window logic makes of them (capture rules, endless
+// The platform's side of the window, its menus and its text fields: messages
+// in, pixels, cursor and capture out. What the portable window logic makes of them (capture rules, endless
 // drag timing, timer periods) is checked with the off-screen window.
+#include "gadu/Menu.h"
+#include "gadu/MenuDelimiter.h"
+#include "gadu/MenuItem.h"
+#include "gadu/MenuRequest.h"
+#include "gadu/TextInputRequest.h"
+#include "gadu/win32/MenuWin32.h"
 #include "sys/Clock.h"
 #include "sys/ClockPin.h"
 
@@ -12,7 +18,10 @@
 
 #include <algorithm>
 #include <cfenv>
+#include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace gadu
 {
@@ -20,8 +29,8 @@ namespace
 {
 
 using gadu_test::Log;
-using gadu_test::ProbeControl;
 using gadu_test::at;
+using gadu_test::cursor_count;
 using gadu_test::pump;
 using Scene = gadu_test::WindowScene;
 
@@ -33,14 +42,6 @@ POINT cursor()
     POINT p = {};
     ::GetCursorPos(&p);
     return p;
-}
-
-// ShowCursor only tells the display count by changing it: change it and back.
-int cursor_count()
-{
-    const int count = ::ShowCursor(TRUE) - 1;
-    ::ShowCursor(FALSE);
-    return count;
 }
 
 // The large scene: a background of 8 x 8 squares, a at (10, 10), b at (50, 30).
@@ -176,24 +177,7 @@ TEST_F(WindowWin32Test, TimersRunFromThePlatformTimer)
     EXPECT_EQ(notified(), 2);
 }
 
-TEST_F(WindowWin32Test, AFixedWindowFillsTheAreaOutsideTheContent)
-{
-    window.set_resizable(false);
-    window.set_window_size(kWidth + 20, kHeight + 10);
-    reopen();
-    const std::vector<std::uint32_t> shown = gadu_test::capture(hwnd, kWidth + 20, kHeight + 10);
-    const COLORREF face = ::GetSysColor(COLOR_BTNFACE);
-    const std::uint32_t expected = (GetRValue(face) << 16) | (GetGValue(face) << 8) | GetBValue(face);
-    const std::pair<int, int> outside[] = {
-        {kWidth + 19, 0}, {kWidth, kHeight - 1}, {0, kHeight}, {kWidth + 19, kHeight + 9}};
-    for (const auto& [x, y] : outside)
-    {
-        EXPECT_EQ(shown[static_cast<std::size_t>(y * (kWidth + 20) + x)], expected) << x << "," << y;
-    }
-    EXPECT_EQ(shown[static_cast<std::size_t>(15 * (kWidth + 20) + 15)], Scene::kColourA);
-}
-
-TEST_F(WindowWin32Test, ResizeFollowsTheContentOnlyWhenTheHostCanResize)
+TEST_F(WindowWin32Test, OnlyAResizableWindowFollowsTheContentAFixedOneFillsTheAreaAroundIt)
 {
     window.set_resizable(true);
     window.set_window_size(200, 200);
@@ -207,11 +191,20 @@ TEST_F(WindowWin32Test, ResizeFollowsTheContentOnlyWhenTheHostCanResize)
     window.set_content_size(kWidth, kHeight);
     ::ValidateRect(hwnd, nullptr);
     window.resize();
+    // Not resized, but repainted.
     EXPECT_EQ(client_size(), std::make_pair(LONG{80}, LONG{50}));
     RECT update = {};
-    ASSERT_TRUE(::GetUpdateRect(hwnd, &update, FALSE));
-    EXPECT_EQ(update.right, 80);
-    EXPECT_EQ(update.bottom, 50);
+    EXPECT_TRUE(::GetUpdateRect(hwnd, &update, FALSE) && update.right == 80 && update.bottom == 50);
+    window.set_window_size(kWidth + 20, kHeight + 10);
+    reopen();
+    const std::vector<std::uint32_t> shown = gadu_test::capture(hwnd, kWidth + 20, kHeight + 10);
+    const COLORREF face = ::GetSysColor(COLOR_BTNFACE);
+    const std::uint32_t expected = (GetRValue(face) << 16) | (GetGValue(face) << 8) | GetBValue(face);
+    for (const auto& [x, y] : {std::pair{kWidth + 19, 0}, {kWidth, kHeight - 1}, {0, kHeight}})
+    {
+        EXPECT_EQ(shown[static_cast<std::size_t>(y * (kWidth + 20) + x)], expected) << x << "," << y;
+    }
+    EXPECT_EQ(shown[static_cast<std::size_t>(15 * (kWidth + 20) + 15)], Scene::kColourA);
 }
 
 TEST_F(WindowWin32Test, TheMessageFilterSeesEveryMessageFirst)
@@ -230,45 +223,192 @@ TEST_F(WindowWin32Test, TheMessageFilterSeesEveryMessageFirst)
 
 // The host's message loop may run with any rounding; the toolkit must see
 // round to nearest, and the host must get its own mode back.
-class RoundingProbe : public ProbeControl
-{
-public:
-    using ProbeControl::ProbeControl;
-    std::int32_t on_mouse_click(const MouseClick& m) override
-    {
-        seen = std::fegetround();
-        return ProbeControl::on_mouse_click(m);
-    }
-    std::int32_t on_notify(const Notify& m) override
-    {
-        seen_in_timer = std::fegetround();
-        return ProbeControl::on_notify(m);
-    }
-    int seen = -1;
-    int seen_in_timer = -1;
-};
-
 TEST_F(WindowWin32Test, PlatformEntriesRunWithRoundToNearestAndRestoreTheHostsMode)
 {
-    Log log;
-    RoundingProbe probe("r", log, Rect{0, 0, 5, 5});
-    probe.set_position(80, 50);
-    scene.controls.add_control(probe);
-    std::uint32_t id = 0;
-    probe.handle_message(SetTimer(&probe, 0.0f, id));
-    const int host = std::fegetround();
     std::fesetround(FE_TOWARDZERO);
-    send(WM_LBUTTONDOWN, MK_LBUTTON, 81, 51);
-    const int after = std::fegetround();
+    send(WM_LBUTTONDOWN, MK_LBUTTON, 15, 12);
+    const int after_click = std::fegetround();
+    const int in_click = scene.a.rounding;
     // The same for the platform timer's callback, which the host's loop calls.
+    std::uint32_t id = 0;
+    scene.a.handle_message(SetTimer(&scene.a, 0.0f, id));
+    scene.a.rounding = -1;
     pump(40);
     const int after_timer = std::fegetround();
-    std::fesetround(host);
-    EXPECT_EQ(probe.seen, FE_TONEAREST);
-    EXPECT_EQ(after, FE_TOWARDZERO);
-    EXPECT_EQ(probe.seen_in_timer, FE_TONEAREST);
+    std::fesetround(FE_TONEAREST);
+    EXPECT_EQ(in_click, FE_TONEAREST);
+    EXPECT_EQ(after_click, FE_TOWARDZERO);
+    EXPECT_EQ(scene.a.rounding, FE_TONEAREST);
     EXPECT_EQ(after_timer, FE_TOWARDZERO);
-    probe.handle_message(ClearTimer(id));
+}
+
+// --- menus ---
+
+// The menu of a control, as a knob offers its MIDI choices.
+class MenuWin32Test : public gadu_test::SceneWindowWin32Test
+{
+protected:
+    void SetUp() override
+    {
+        SceneWindowWin32Test::SetUp();
+        MenuList& root = menu.use_root();
+        root.add(std::make_unique<MenuItem>("One", &action));
+        root.add(std::make_unique<MenuDelimiter>());
+        two = &root.add(std::make_unique<MenuItem>("Two", &action));
+        root.add(std::make_unique<MenuItem>("Bound to CC 74")).set_disabled(true);
+        root.add(std::make_unique<MenuDelimiter>("more"));
+        root.add(std::make_unique<MenuList>("Sub")).add(std::make_unique<MenuItem>("Deep", &action));
+        root.add(std::make_unique<MenuItem>("Hidden", &action)).set_visible(false);
+    }
+
+    // Shows the menu for b; the user's keys wait in the queue that the menu's
+    // modal loop reads.
+    std::int32_t show(std::initializer_list<WPARAM> keys)
+    {
+        for (WPARAM key : keys)
+        {
+            ::PostMessageA(hwnd, WM_KEYDOWN, key, 0);
+            ::PostMessageA(hwnd, WM_KEYUP, key, 0);
+        }
+        return scene.b.handle_message(MenuRequest(&menu, 0, 0));
+    }
+
+    Menu menu;
+    gadu_test::RecordingAction action{scene.log};
+    MenuItem* two = nullptr;
+};
+
+// The entries of a shown pop-up as the system holds them: text and state.
+std::vector<std::string> entries_of(HMENU menu)
+{
+    std::vector<std::string> entries;
+    for (int i = 0; i < ::GetMenuItemCount(menu); ++i)
+    {
+        char text[256] = {};
+        MENUITEMINFOA info = {};
+        info.cbSize = sizeof(info);
+        info.fMask = MIIM_FTYPE | MIIM_STATE | MIIM_SUBMENU | MIIM_STRING;
+        info.dwTypeData = text;
+        info.cch = sizeof(text);
+        ::GetMenuItemInfoA(menu, static_cast<UINT>(i), TRUE, &info);
+        entries.push_back((info.fType & MFT_SEPARATOR) != 0
+                              ? "separator"
+                              : text + std::string((info.fState & MF_GRAYED) != 0 ? " grayed" : "") +
+                                    ((info.fState & MFS_CHECKED) != 0 ? " checked" : "") +
+                                    (info.hSubMenu != nullptr ? " >" : ""));
+    }
+    return entries;
+}
+
+// Looks at the pop-up while the modal loop shows it, then closes it.
+std::vector<std::string> seen;
+void CALLBACK inspect_popup(HWND, UINT, UINT_PTR id, DWORD)
+{
+    ::KillTimer(nullptr, id);
+    const HWND popup = ::FindWindowA("#32768", nullptr);
+    constexpr UINT kGetMenu = 0x01E1;  // asks a pop-up window for its menu
+    seen = entries_of(reinterpret_cast<HMENU>(::SendMessageA(popup, kGetMenu, 0, 0)));
+    ::PostMessageA(popup, WM_KEYDOWN, VK_ESCAPE, 0);
+}
+
+TEST_F(MenuWin32Test, ThePopUpShowsTheVisibleEntriesAndTheChosenItemsActionRunsOnceItHasGone)
+{
+    two->set_checked(true);
+    two->set_label(std::string(200, 'L'));
+    seen.clear();
+    ::SetTimer(nullptr, 0, 10, &inspect_popup);
+    EXPECT_EQ(show({}), 0);
+    EXPECT_EQ(seen, (std::vector<std::string>{"One", "separator", std::string(MenuWin32::kMaxLabel, 'L') + " checked",
+                                              "Bound to CC 74 grayed", "---- more ---- grayed", "Sub >"}));
+    // Down to "One", over the separator to "Two".
+    EXPECT_EQ(show({VK_DOWN, VK_DOWN, VK_RETURN}), static_cast<std::int32_t>(two->get_id()));
+    EXPECT_EQ(scene.log, Log{"chose " + std::string(200, 'L')});
+    EXPECT_FALSE(gadu_test::class_exists("VelnorAudioPluginMenu"));
+    EXPECT_EQ(::FindWindowExA(hwnd, nullptr, "VelnorAudioPluginMenu", nullptr), nullptr);
+    // Nothing is shown any more, so there is nothing to stop.
+    EXPECT_EQ(scene.b.handle_message(MenuStop()), -1);
+}
+
+TEST_F(MenuWin32Test, ANullMenuOrAClosedWindowIsRefused)
+{
+    EXPECT_EQ(scene.b.handle_message(MenuRequest(nullptr, 0, 0)), -1);
+    window.close();
+    EXPECT_EQ(show({}), -1);
+}
+
+// --- text fields ---
+
+// A text field that a asks for over the scene.
+class TextLineEditorWin32Test : public gadu_test::SceneWindowWin32Test
+{
+protected:
+    HWND open_field(const std::string& text)
+    {
+        EXPECT_EQ(scene.a.handle_message(TextInputRequest(&scene.a, Rect{10, 20, 90, 40}, text)), 0);
+        return ::FindWindowExA(hwnd, nullptr, "EDIT", nullptr);
+    }
+
+    static std::string text_of(HWND field)
+    {
+        char text[64] = {};
+        ::GetWindowTextA(field, text, sizeof(text));
+        return text;
+    }
+};
+
+TEST_F(TextLineEditorWin32Test, OpensOverTheRectangleWithTheTextSelectedAndFocused)
+{
+    const HWND field = open_field("hello");
+    ASSERT_NE(field, nullptr);
+    EXPECT_EQ(text_of(field), "hello");
+    EXPECT_EQ(::GetFocus(), field);
+    RECT r = {};
+    ::GetWindowRect(field, &r);
+    ::MapWindowPoints(nullptr, hwnd, reinterpret_cast<POINT*>(&r), 2);
+    EXPECT_EQ(r.left, 10);
+    EXPECT_EQ(r.top, 20);
+    EXPECT_EQ(r.right, 90);
+    EXPECT_EQ(r.bottom, 40);
+    DWORD from = 0;
+    DWORD to = 0;
+    ::SendMessageA(field, EM_GETSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
+    EXPECT_EQ(from, 0u);
+    EXPECT_EQ(to, 5u);
+    EXPECT_TRUE(scene.log.empty());
+
+    // The field lies over the scene.
+    ::UpdateWindow(field);
+    const std::vector<std::uint32_t> shown = gadu_test::capture(hwnd, 96, 64);
+    EXPECT_EQ(shown[5 * 96 + 5], scene.expected_at(5, 5));
+    EXPECT_NE(shown[30 * 96 + 80], scene.expected_at(80, 30));
+}
+
+TEST_F(TextLineEditorWin32Test, EnterOrAPressInTheWindowAcceptsAndEscapeCancels)
+{
+    const auto type_and_end = [&](const std::string& typed, auto end) {
+        const HWND field = open_field("initial");
+        ::SetWindowTextA(field, typed.c_str());
+        end(field);
+        EXPECT_FALSE(::IsWindow(field)) << typed;
+    };
+    type_and_end("typed", [](HWND field) { ::SendMessageA(field, WM_KEYDOWN, VK_RETURN, 0); });
+    type_and_end("changed my mind", [](HWND field) { ::SendMessageA(field, WM_KEYDOWN, VK_ESCAPE, 0); });
+    type_and_end("42", [&](HWND) { send(WM_LBUTTONDOWN, MK_LBUTTON, 5, 5); });
+    EXPECT_EQ(scene.log, (Log{"a text typed accepted", "a text changed my mind cancelled", "a text 42 accepted"}));
+}
+
+TEST_F(TextLineEditorWin32Test, ASecondRequestEndsTheFirstFieldAndStopOrClosingCancels)
+{
+    const HWND first = open_field("one");
+    const HWND second = open_field("two");
+    EXPECT_FALSE(::IsWindow(first));
+    EXPECT_EQ(text_of(second), "two");
+    EXPECT_EQ(scene.a.handle_message(TextInputStop()), 0);
+    EXPECT_FALSE(::IsWindow(second));
+    EXPECT_EQ(scene.a.handle_message(TextInputStop()), -1);
+    open_field("left open");
+    window.close();
+    EXPECT_EQ(scene.log, (Log{"a text one cancelled", "a text two cancelled", "a text left open cancelled"}));
 }
 
 }  // namespace

@@ -131,22 +131,16 @@ TEST_F(WindowX11Test, AtZoomTwoEveryPixelIsABlockAndAFixedWindowShowsAFaceAround
 TEST_F(WindowX11Test, ButtonsWheelAndModifiersReachTheControlUnderThePointer)
 {
     host.move(15, 12);
-    host.button(Button1, true);
-    host.button(Button1, false);
     // Quick enough and close enough: the second press is a double click.
-    host.button(Button1, true);
-    host.button(Button1, false);
+    host.click(Button1, 2);
     host.move(55, 35);
     host.key(XK_Shift_L, true);
     host.key(XK_Control_L, true);
-    host.button(Button3, true);
-    host.button(Button3, false);
+    host.click(Button3);
     host.key(XK_Control_L, false);
     host.key(XK_Shift_L, false);
-    host.button(4, true);
-    host.button(4, false);
-    host.button(5, true);
-    host.button(5, false);
+    host.click(4);
+    host.click(5);
     ASSERT_TRUE(idle_until([&] { return logged("b wheel -1.000000"); }));
     EXPECT_EQ(scene.log, (Log{"a move 15,12", "a highlight", "a click 15,12 b1 d0", "a click 15,12 b0 d0",
                               "a highlight", "a click 15,12 b1 d1", "a click 15,12 b0 d0", "b move 55,35",
@@ -333,15 +327,13 @@ TEST_F(MenuX11Test, AClickOnAnEntryChoosesAClickOutsideOrClosingTheEditorCloses)
     XGetWindowAttributes(host.display, window.use_menu().use_handle(), &where);
     const auto& first = window.use_menu().use_layout().use_rows().front();
     host.move(where.x + 30, where.y + (first.y1 + first.y2) / 2);
-    host.button(Button1, true);
-    host.button(Button1, false);
+    host.click(Button1);
     ASSERT_TRUE(idle_until([&] { return logged("chose One"); }));
 
     show();
     scene.log.clear();
     host.move(280, 230);
-    host.button(Button1, true);
-    host.button(Button1, false);
+    host.click(Button1);
     ASSERT_TRUE(idle_until([&] { return !window.use_menu().is_shown(); }));
     EXPECT_FALSE(logged("chose One"));
 

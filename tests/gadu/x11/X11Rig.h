@@ -122,6 +122,14 @@ public:
         XTestFakeButtonEvent(display, button, press ? True : False, CurrentTime);
         XSync(display, False);
     }
+    void click(unsigned button, int times = 1) const
+    {
+        for (int i = 0; i < times; ++i)
+        {
+            this->button(button, true);
+            this->button(button, false);
+        }
+    }
     void key(KeySym symbol, bool press) const
     {
         XTestFakeKeyEvent(display, XKeysymToKeycode(display, symbol), press ? True : False, CurrentTime);
