@@ -62,6 +62,12 @@ inline std::vector<std::uint8_t> numbered_apic(std::int32_t width, std::int32_t 
     return make_apic(0, 8, width, height, palette, pixels);
 }
 
+// The colour of pixel (x, y) in numbered_apic(width, height).
+inline std::uint32_t numbered(std::int32_t x, std::int32_t y, std::int32_t width)
+{
+    return 0x10u * static_cast<std::uint32_t>(1 + x + width * y);
+}
+
 // A picture together with the bytes it reads (null when they are refused).
 struct HeldPicture
 {
