@@ -1,16 +1,19 @@
 // The platform's side of the window, its menus and its text fields: messages
-// in, pixels, cursor and capture out. What the portable window logic makes of them (capture rules, endless
-// drag timing, timer periods) is checked with the off-screen window.
+// in, pixels, cursor and capture out. What the portable window logic makes of
+// them (capture rules, endless drag timing, timer periods) is checked with the
+// off-screen window.
 #include "gadu/Menu.h"
 #include "gadu/MenuDelimiter.h"
 #include "gadu/MenuItem.h"
 #include "gadu/MenuRequest.h"
 #include "gadu/TextInputRequest.h"
 #include "gadu/win32/MenuWin32.h"
+#include "gadu/win32/PlatformWin32.h"
+#include "gadu/win32/WindowWin32.h"
 #include "sys/Clock.h"
 #include "sys/ClockPin.h"
 
-#include "tests/gadu/win32/HostWindowWin32.h"
+#include "tests/gadu/WindowScene.h"
 
 #include <gtest/gtest.h>
 
@@ -32,13 +35,146 @@ namespace
 {
 
 using gadu_test::Log;
-using gadu_test::at;
-using gadu_test::cursor_count;
-using gadu_test::pump;
-using Scene = gadu_test::WindowScene;
+using gadu_test::WindowScene;
 
-constexpr std::int32_t kWidth = Scene::kLarge.width;
-constexpr std::int32_t kHeight = Scene::kLarge.height;
+// Runs the thread's messages for about this long, so that the system's timers
+// and posted messages arrive.
+void pump(DWORD ms)
+{
+    const DWORD end = ::GetTickCount() + ms;
+    for (;;)
+    {
+        MSG msg;
+        while (::PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
+        {
+            ::TranslateMessage(&msg);
+            ::DispatchMessageA(&msg);
+        }
+        const auto left = static_cast<LONG>(end - ::GetTickCount());
+        if (left <= 0)
+        {
+            return;
+        }
+        ::MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(left), QS_ALLINPUT);
+    }
+}
+
+// The host's editor window: a visible top-level window.
+HWND make_host_window()
+{
+    static const bool registered = [] {
+        WNDCLASSEXA wc = {};
+        wc.cbSize = sizeof(wc);
+        wc.lpfnWndProc = &::DefWindowProcA;
+        wc.hInstance = ::GetModuleHandleA(nullptr);
+        wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
+        wc.lpszClassName = "GaduTestHost";
+        return ::RegisterClassExA(&wc) != 0;
+    }();
+    EXPECT_TRUE(registered);
+    return ::CreateWindowExA(0, "GaduTestHost", "host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_VISIBLE, 40, 40,
+                             300, 240, nullptr, nullptr, ::GetModuleHandleA(nullptr), nullptr);
+}
+
+// Whether this module has a window class of that name registered.
+bool class_exists(const char* name)
+{
+    WNDCLASSEXA wc = {};
+    wc.cbSize = sizeof(wc);
+    return ::GetClassInfoExA(::GetModuleHandleA(nullptr), name, &wc) != 0;
+}
+
+// ShowCursor only tells the display count by changing it: change it and back.
+int cursor_count()
+{
+    const int count = ::ShowCursor(TRUE) - 1;
+    ::ShowCursor(FALSE);
+    return count;
+}
+
+LPARAM at(int x, int y)
+{
+    return MAKELPARAM(static_cast<WORD>(x), static_cast<WORD>(y));
+}
+
+// The window's pixels as the screen shows them, 0xRRGGBB, rows top down.
+std::vector<std::uint32_t> capture(HWND window, std::int32_t width, std::int32_t height)
+{
+    void* bits = nullptr;
+    const HDC screen = ::GetDC(window);
+    const HBITMAP section = create_top_down_section_win32(screen, width, height, &bits);
+    const HDC memory = ::CreateCompatibleDC(screen);
+    const HGDIOBJ old = ::SelectObject(memory, section);
+    ::BitBlt(memory, 0, 0, width, height, screen, 0, 0, SRCCOPY);
+    ::GdiFlush();
+    std::vector<std::uint32_t> pixels(static_cast<const std::uint32_t*>(bits),
+                                      static_cast<const std::uint32_t*>(bits) + width * height);
+    for (std::uint32_t& p : pixels)
+    {
+        p &= 0xFFFFFFu;
+    }
+    ::SelectObject(memory, old);
+    ::DeleteDC(memory);
+    ::DeleteObject(section);
+    ::ReleaseDC(window, screen);
+    return pixels;
+}
+
+// The large scene in a window of its own, open in one host window that all
+// tests of a suite share (making a top-level window costs wine a while).
+class WindowWin32Test : public ::testing::Test
+{
+protected:
+    static void SetUpTestSuite() { parent = make_host_window(); }
+    static void TearDownTestSuite() { ::DestroyWindow(parent); }
+
+    void SetUp() override
+    {
+        ASSERT_NE(parent, nullptr);
+        scene.attach(window);
+        reopen();
+    }
+
+    void TearDown() override { window.close(); }
+
+    void reopen()
+    {
+        window.close();
+        ASSERT_EQ(window.open(parent), 0) << window.get_error_text();
+        hwnd = window.use_handle();
+        ASSERT_NE(hwnd, nullptr);
+        ::UpdateWindow(hwnd);
+        scene.log.clear();
+    }
+
+    // Where a window pixel lies on the screen.
+    POINT on_screen(std::int32_t x, std::int32_t y) const
+    {
+        RECT frame = {};
+        ::GetWindowRect(hwnd, &frame);
+        return POINT{frame.left + x, frame.top + y};
+    }
+
+    std::pair<LONG, LONG> client_size() const
+    {
+        RECT client = {};
+        ::GetClientRect(hwnd, &client);
+        return {client.right, client.bottom};
+    }
+
+    LRESULT send(UINT message, WPARAM word, std::int32_t x, std::int32_t y) const
+    {
+        return ::SendMessageA(hwnd, message, word, at(x, y));
+    }
+
+    static inline HWND parent = nullptr;
+    WindowScene scene;
+    WindowWin32 window;
+    HWND hwnd = nullptr;
+};
+
+constexpr std::int32_t kWidth = WindowScene::kLarge.width;
+constexpr std::int32_t kHeight = WindowScene::kLarge.height;
 
 POINT cursor()
 {
@@ -47,10 +183,6 @@ POINT cursor()
     return p;
 }
 
-// The large scene: a background of 8 x 8 squares, a at (10, 10), b at (50, 30).
-class WindowWin32Test : public gadu_test::SceneWindowWin32Test
-{
-};
 
 TEST_F(WindowWin32Test, OpensAsChildOfTheHostWindowAndShowsTheScene)
 {
@@ -66,7 +198,7 @@ TEST_F(WindowWin32Test, OpensAsChildOfTheHostWindowAndShowsTheScene)
     EXPECT_EQ(std::string(text).rfind("VelnorAudioPlugin", 0), 0u);
     EXPECT_EQ(std::string(text).size(), std::string("VelnorAudioPlugin").size() + 8);
     EXPECT_EQ(client_size(), std::make_pair(LONG{kWidth}, LONG{kHeight}));
-    const std::vector<std::uint32_t> shown = gadu_test::capture(hwnd, kWidth, kHeight);
+    const std::vector<std::uint32_t> shown = capture(hwnd, kWidth, kHeight);
     EXPECT_EQ(scene.count_wrong([&](int x, int y) { return shown[static_cast<std::size_t>(y * kWidth + x)]; }), 0);
 }
 
@@ -143,7 +275,7 @@ TEST_F(WindowWin32Test, AtZoomTwoEveryPixelIsABlockAndPositionsAreHalved)
 {
     window.set_zoom(Zoom(2));
     reopen();
-    const std::vector<std::uint32_t> shown = gadu_test::capture(hwnd, 2 * kWidth, 2 * kHeight);
+    const std::vector<std::uint32_t> shown = capture(hwnd, 2 * kWidth, 2 * kHeight);
     EXPECT_EQ(scene.count_wrong([&](int x, int y) { return shown[static_cast<std::size_t>(y * 2 * kWidth + x)]; },
                                 2),
               0);
@@ -200,14 +332,14 @@ TEST_F(WindowWin32Test, OnlyAResizableWindowFollowsTheContentAFixedOneFillsTheAr
     EXPECT_TRUE(::GetUpdateRect(hwnd, &update, FALSE) && update.right == 80 && update.bottom == 50);
     window.set_window_size(kWidth + 20, kHeight + 10);
     reopen();
-    const std::vector<std::uint32_t> shown = gadu_test::capture(hwnd, kWidth + 20, kHeight + 10);
+    const std::vector<std::uint32_t> shown = capture(hwnd, kWidth + 20, kHeight + 10);
     const COLORREF face = ::GetSysColor(COLOR_BTNFACE);
     const std::uint32_t expected = (GetRValue(face) << 16) | (GetGValue(face) << 8) | GetBValue(face);
     for (const auto& [x, y] : {std::pair{kWidth + 19, 0}, {kWidth, kHeight - 1}, {0, kHeight}})
     {
         EXPECT_EQ(shown[static_cast<std::size_t>(y * (kWidth + 20) + x)], expected) << x << "," << y;
     }
-    EXPECT_EQ(shown[static_cast<std::size_t>(15 * (kWidth + 20) + 15)], Scene::kColourA);
+    EXPECT_EQ(shown[static_cast<std::size_t>(15 * (kWidth + 20) + 15)], WindowScene::kColourA);
 }
 
 TEST_F(WindowWin32Test, TheMessageFilterSeesEveryMessageFirst)
@@ -248,12 +380,12 @@ TEST_F(WindowWin32Test, PlatformEntriesRunWithRoundToNearestAndRestoreTheHostsMo
 // --- menus ---
 
 // The menu of a control, as a knob offers its MIDI choices.
-class MenuWin32Test : public gadu_test::SceneWindowWin32Test
+class MenuWin32Test : public WindowWin32Test
 {
 protected:
     void SetUp() override
     {
-        SceneWindowWin32Test::SetUp();
+        WindowWin32Test::SetUp();
         MenuList& root = menu.use_root();
         root.add(std::make_unique<MenuItem>("One", &action));
         root.add(std::make_unique<MenuDelimiter>());
@@ -326,7 +458,7 @@ TEST_F(MenuWin32Test, ThePopUpShowsTheVisibleEntriesAndTheChosenItemsActionRunsO
     // Down to "One", over the separator to "Two".
     EXPECT_EQ(show({VK_DOWN, VK_DOWN, VK_RETURN}), static_cast<std::int32_t>(two->get_id()));
     EXPECT_EQ(scene.log, Log{"chose " + std::string(200, 'L')});
-    EXPECT_FALSE(gadu_test::class_exists("VelnorAudioPluginMenu"));
+    EXPECT_FALSE(class_exists("VelnorAudioPluginMenu"));
     EXPECT_EQ(::FindWindowExA(hwnd, nullptr, "VelnorAudioPluginMenu", nullptr), nullptr);
     // Nothing is shown any more, so there is nothing to stop.
     EXPECT_EQ(scene.b.handle_message(MenuStop()), -1);
@@ -342,7 +474,7 @@ TEST_F(MenuWin32Test, ANullMenuOrAClosedWindowIsRefused)
 // --- text fields ---
 
 // A text field that a asks for over the scene.
-class TextLineEditorWin32Test : public gadu_test::SceneWindowWin32Test
+class TextLineEditorWin32Test : public WindowWin32Test
 {
 protected:
     HWND open_field(const std::string& text)
@@ -381,7 +513,7 @@ TEST_F(TextLineEditorWin32Test, OpensOverTheRectangleWithTheTextSelectedAndFocus
 
     // The field lies over the scene.
     ::UpdateWindow(field);
-    const std::vector<std::uint32_t> shown = gadu_test::capture(hwnd, 96, 64);
+    const std::vector<std::uint32_t> shown = capture(hwnd, 96, 64);
     EXPECT_EQ(shown[5 * 96 + 5], scene.expected_at(5, 5));
     EXPECT_NE(shown[30 * 96 + 80], scene.expected_at(80, 30));
 }
@@ -453,18 +585,18 @@ struct Editor
     // A press on a, and with a capture a move.
     void press_a() const
     {
-        ::SendMessageA(window.use_handle(), WM_LBUTTONDOWN, MK_LBUTTON, gadu_test::at(15, 12));
-        ::SendMessageA(window.use_handle(), WM_MOUSEMOVE, MK_LBUTTON, gadu_test::at(15, 16));
+        ::SendMessageA(window.use_handle(), WM_LBUTTONDOWN, MK_LBUTTON, at(15, 12));
+        ::SendMessageA(window.use_handle(), WM_MOUSEMOVE, MK_LBUTTON, at(15, 16));
     }
 
-    gadu_test::WindowScene scene;
+    WindowScene scene;
     WindowWin32 window;
 };
 
 class WindowLifecycleWin32Test : public ::testing::Test
 {
 protected:
-    static void SetUpTestSuite() { parent = gadu_test::make_host_window(); }
+    static void SetUpTestSuite() { parent = make_host_window(); }
     static void TearDownTestSuite() { ::DestroyWindow(parent); }
 
     // One whole life of an editor: open, paint, a timer and a drag, close.
@@ -477,7 +609,7 @@ protected:
         editor.scene.a.handle_message(SetTimer(&editor.scene.a, 0.01f, id));
         editor.scene.a.capture_mode = capture_mode::relative;
         editor.press_a();
-        gadu_test::pump(0);
+        pump(0);
         editor.window.close();
     }
 
@@ -495,7 +627,7 @@ TEST_F(WindowLifecycleWin32Test, TwoHundredLivesLeakNothingAndLeaveNoClass)
     EXPECT_EQ(gui_objects(), before);
     EXPECT_EQ(WindowWin32::get_open_count(), 0);
     EXPECT_FALSE(WindowWin32::is_class_registered());
-    EXPECT_FALSE(gadu_test::class_exists(WindowWin32::get_class_name()));
+    EXPECT_FALSE(class_exists(WindowWin32::get_class_name()));
     EXPECT_EQ(::FindWindowExA(parent, nullptr, WindowWin32::get_class_name(), nullptr), nullptr);
 }
 
@@ -508,12 +640,12 @@ TEST_F(WindowLifecycleWin32Test, TheClassStaysWhileAnyWindowIsOpen)
     EXPECT_EQ(WindowWin32::get_open_count(), 2);
     first.reset();
     EXPECT_EQ(WindowWin32::get_open_count(), 1);
-    EXPECT_TRUE(gadu_test::class_exists(WindowWin32::get_class_name()));
+    EXPECT_TRUE(class_exists(WindowWin32::get_class_name()));
     second.press_a();
     EXPECT_EQ(second.scene.log.back(), "a move 15,16");
     second.window.close();
     // Closed but not yet gone: the class waits for the last window object.
-    EXPECT_TRUE(gadu_test::class_exists(WindowWin32::get_class_name()));
+    EXPECT_TRUE(class_exists(WindowWin32::get_class_name()));
     // Reopening works, in the same object and with the same class.
     ASSERT_EQ(second.window.open(parent), 0);
     second.window.close();
@@ -525,7 +657,7 @@ TEST_F(WindowLifecycleWin32Test, EditorsOnTwoThreadsShareTheClassSafely)
 {
     std::atomic<int> failures{0};
     auto editor_thread = [&] {
-        const HWND host = gadu_test::make_host_window();
+        const HWND host = make_host_window();
         for (int i = 0; i < 40; ++i)
         {
             live_once(host);
@@ -539,7 +671,7 @@ TEST_F(WindowLifecycleWin32Test, EditorsOnTwoThreadsShareTheClassSafely)
     second.join();
     EXPECT_EQ(failures.load(), 0);
     EXPECT_EQ(WindowWin32::get_open_count(), 0);
-    EXPECT_FALSE(gadu_test::class_exists(WindowWin32::get_class_name()));
+    EXPECT_FALSE(class_exists(WindowWin32::get_class_name()));
 }
 
 TEST_F(WindowLifecycleWin32Test, AFailedOpenSaysWhyAndLeavesTheWindowClosed)
@@ -558,18 +690,18 @@ TEST_F(WindowLifecycleWin32Test, AFailedOpenSaysWhyAndLeavesTheWindowClosed)
 TEST_F(WindowLifecycleWin32Test, AHostThatDestroysItsWindowFirstTakesOursAlong)
 {
     Editor editor;
-    const HWND doomed = gadu_test::make_host_window();
+    const HWND doomed = make_host_window();
     ASSERT_EQ(editor.window.open(doomed), 0);
     editor.scene.a.capture_mode = capture_mode::hidden;
     editor.press_a();
-    const int hidden = gadu_test::cursor_count();
+    const int hidden = cursor_count();
     ::DestroyWindow(doomed);
     EXPECT_EQ(editor.window.use_handle(), nullptr);
     EXPECT_EQ(WindowWin32::get_open_count(), 0);
     EXPECT_EQ(editor.scene.log.back(), "a lost");
-    EXPECT_EQ(gadu_test::cursor_count(), hidden + 1);
+    EXPECT_EQ(cursor_count(), hidden + 1);
     // Its timer went with it; closing afterwards is harmless, opening again works.
-    gadu_test::pump(20);
+    pump(20);
     editor.window.close();
     ASSERT_EQ(editor.window.open(parent), 0);
     editor.window.close();
