@@ -4,7 +4,7 @@
 #include "gadu/MemoryRenderingBuffer.h"
 #include "gadu/ShowObject.h"
 
-#include "ProbeControl.h"
+#include "WindowScene.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 #include "gadu/TextInputRequest.h"
 #include "gadu/TextLineEditorInterface.h"
 
-#include "ProbeControl.h"
+#include "WindowScene.h"
 
 #include <gtest/gtest.h>
 
