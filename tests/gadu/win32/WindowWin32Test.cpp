@@ -496,15 +496,11 @@ TEST_F(TextLineEditorWin32Test, OpensOverTheRectangleWithTheTextSelectedAndFocus
     RECT r = {};
     ::GetWindowRect(field, &r);
     ::MapWindowPoints(nullptr, hwnd, reinterpret_cast<POINT*>(&r), 2);
-    EXPECT_EQ(r.left, 10);
-    EXPECT_EQ(r.top, 20);
-    EXPECT_EQ(r.right, 90);
-    EXPECT_EQ(r.bottom, 40);
+    EXPECT_TRUE(r.left == 10 && r.top == 20 && r.right == 90 && r.bottom == 40);
     DWORD from = 0;
     DWORD to = 0;
     ::SendMessageA(field, EM_GETSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
-    EXPECT_EQ(from, 0u);
-    EXPECT_EQ(to, 5u);
+    EXPECT_TRUE(from == 0 && to == 5) << from << " to " << to;
     EXPECT_TRUE(scene.log.empty());
 
     // The field lies over the scene.
@@ -679,7 +675,6 @@ TEST_F(WindowLifecycleWin32Test, AFailedOpenSaysWhyAndLeavesTheWindowClosed)
     EXPECT_EQ(editor.window.use_handle(), nullptr);
     EXPECT_EQ(WindowWin32::get_open_count(), 0);
     // Up messages find no window to go to.
-    EXPECT_EQ(editor.scene.a.handle_message(MouseCapture(&editor.scene.a, capture_mode::plain)), -1);
     EXPECT_EQ(editor.scene.a.handle_message(Invalidate(Rect{0, 0, 5, 5})), -1);
 }
 

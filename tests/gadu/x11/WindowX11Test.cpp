@@ -183,8 +183,6 @@ TEST_F(WindowX11Test, EndlessDragDeliversTheHandsMotionAndTakesThePointerBack)
     ASSERT_TRUE(idle_until([&] { return logged("a move 0,30"); }));
     int x = 0;
     int y = 0;
-    host.pointer(x, y);
-    EXPECT_EQ(y, 50);
     // From 250 ms on the pointer goes back to the press point; motion the
     // hand made before the warp reached the server still counts from where
     // the hand was, and after it from the press point.
