@@ -98,10 +98,14 @@ TEST(DrawSubpixelTest, DiagonalHalfGivesFourEqualWeights)
     pic->draw_subpixel(0.5, 0.5, 2, 2, buffer, pic->get_bounds(), 1.0f);
     // 255 x 255 x (64 + 64) >> 16 = 127; the others see only (1, 1) with 64.
     EXPECT_EQ(pixels_of(buffer), (Pixels{grey(127), grey(63), grey(63), grey(63)}));
-    // Source rectangle without (1, 1): only (0, 0) at weight 64 is left.
-    MemoryRenderingBuffer limited(2, 2);
-    pic->draw_subpixel(0.5, 0.5, 2, 2, limited, Rect{0, 0, 1, 2}, 1.0f);
-    EXPECT_EQ(pixels_of(limited), (Pixels{grey(63), 0u, 0u, 0u}));
+    // A source rectangle of the left column or the top row, without (1, 1),
+    // which lies inside the picture: only (0, 0) at weight 64 is left.
+    for (const Rect source : {Rect{0, 0, 1, 2}, Rect{0, 0, 2, 1}})
+    {
+        MemoryRenderingBuffer limited(2, 2);
+        pic->draw_subpixel(0.5, 0.5, 2, 2, limited, source, 1.0f);
+        EXPECT_EQ(pixels_of(limited), (Pixels{grey(63), 0u, 0u, 0u})) << source.x2 << " x " << source.y2;
+    }
 }
 
 // A 5 x 4 picture of both alpha kinds with colours and alphas that differ

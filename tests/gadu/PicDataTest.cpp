@@ -261,6 +261,11 @@ TEST(PicDataWholeTest, AccumulateAndConvertFollowTheChannelOrder)
     std::vector<std::uint8_t> out(8, 0);
     p->convert_to_32(out.data());
     EXPECT_EQ(out, (std::vector<std::uint8_t>{1, 2, 3, 4, 10, 20, 30, 40}));
+    // Every pixel of a picture of more than one row, the last one too.
+    const HeldPicture six(numbered_apic(3, 2));
+    std::vector<std::uint8_t> all(24, 0);
+    six->convert_to_32(all.data());
+    EXPECT_EQ(all[20], 0x60);
 }
 
 TEST(BoundingBoxDefaultCheckerTest, HitsNothingUntilGivenARectangleThenHalfOpenEdges)
