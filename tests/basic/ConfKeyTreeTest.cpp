@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -56,30 +55,6 @@ TEST(ConfKeyTree, WritesTheDocumentedExampleByteForByte)
                            "      k1 = \"x y\"\n"
                            "   }\n"
                            "}");
-}
-
-TEST(ConfKeyTree, ShortListsStayOnTheLineLongListsTakeOneLinePerElement)
-{
-    ConfKeyData key("x");
-    key.set_content(make_list(0));
-    EXPECT_EQ(write(key), "x = { }");
-    key.set_content(make_list(7));
-    EXPECT_EQ(write(key), "x = { 0 1 2 3 4 5 6 }");
-
-    key.set_content(make_list(8));
-    const std::string text = write(key, 1);
-    EXPECT_EQ(text, "   x = {\n      0\n      1\n      2\n      3\n      4\n      5\n      6\n      7\n   }");
-    EXPECT_EQ(std::count(text.begin(), text.end(), '\n') + 1, 10);
-}
-
-TEST(ConfKeyTree, NestedListsInsideLongListsAreIndentedOneLevelDeeper)
-{
-    ConfKeyContentMulti outer = make_list(7);
-    outer.add_elt(make_list(8));
-    ConfKeyData key("n");
-    key.set_content(outer);
-    EXPECT_EQ(write(key), "n = {\n   0\n   1\n   2\n   3\n   4\n   5\n   6\n   {\n      0\n      1\n      2\n      3\n"
-                          "      4\n      5\n      6\n      7\n   }\n}");
 }
 
 TEST(ConfKeyTree, WordsAreQuotedOnlyWhenTheReaderWouldSplitThem)

@@ -19,10 +19,7 @@ public:
     int save_settings(basic::ConfKeyMulti& /*root*/) override { return 0; }
     int load_settings(const basic::ConfKeyMulti& root) override
     {
-        if (root.get_nbr_keys() != 40 || root.get_string("k39") != _value)
-        {
-            ++wrong;
-        }
+        wrong += root.get_nbr_keys() != 40 || root.get_string("k39") != _value ? 1 : 0;
         return 0;
     }
     int wrong = 0;

@@ -5,39 +5,31 @@
 #include "lumo/midi/MidiInCcMixin.h"
 #include "lumo/midi/MidiMgr.h"
 #include "lumo/midi/MidiReceiverInterface.h"
+#include "tests/fuzz/FuzzCheck.h"
 
 #include <cmath>
-#include <cstdint>
-#include <cstdlib>
-#include <vector>
 
 namespace
 {
 
-void check(bool ok)
-{
-    if (!ok)
-    {
-        std::abort();
-    }
-}
+using zq_test::require;
 
 class CheckingReceiver : public lumo::MidiReceiverInterface
 {
 public:
     int note_on(int c, int n, float pitch, int, float velocity, int) override
     {
-        check(c >= 0 && c < 16 && n >= 0 && n < 128 && std::isfinite(pitch) && velocity > 0.0f && velocity < 2.0f);
+        require(c >= 0 && c < 16 && n >= 0 && n < 128 && std::isfinite(pitch) && velocity > 0.0f && velocity < 2.0f);
         return 1;
     }
     int note_off(int c, int n, float velocity) override
     {
-        check(c >= 0 && c < 16 && n >= 0 && n < 128 && velocity >= 0.0f && velocity < 2.0f);
+        require(c >= 0 && c < 16 && n >= 0 && n < 128 && velocity >= 0.0f && velocity < 2.0f);
         return 1;
     }
     int pitch_bend(int c, float bend) override
     {
-        check(c >= 0 && c < 16 && std::isfinite(bend) && std::fabs(bend) <= 128.0f);
+        require(c >= 0 && c < 16 && std::isfinite(bend) && std::fabs(bend) <= 128.0f);
         return 1;
     }
     int rpn_change(int, int n, int v) override { return check14(n, v); }
@@ -45,14 +37,14 @@ public:
     int control_change(int, int n, int v) override { return check14(n, v); }
     int raw_message(int c, int s, int d1, int d2) override
     {
-        check(c >= 0 && c < 16 && s >= 0 && s < 15 && d1 >= 0 && d1 < 128 && d2 >= 0 && d2 < 128);
+        require(c >= 0 && c < 16 && s >= 0 && s < 15 && d1 >= 0 && d1 < 128 && d2 >= 0 && d2 < 128);
         return 1;
     }
 
 private:
     static int check14(int n, int v)
     {
-        check(n >= 0 && n <= 16383 && v >= 0 && v <= 16383);
+        require(n >= 0 && n <= 16383 && v >= 0 && v <= 16383);
         return 1;
     }
 };
@@ -67,7 +59,7 @@ public:
     int block_start() override { return 0; }
     void on_controller(std::int32_t id, std::int32_t value14) override
     {
-        check(value14 >= 0 && value14 <= 16383 && id >= 0);
+        require(value14 >= 0 && value14 <= 16383 && id >= 0);
         MidiInCcMixin::on_controller(id, value14);
     }
 };
@@ -88,19 +80,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         int index = 0;
         float value = 0.0f;
         mgr.map_controller(7 << 16, 100, index, value);
-        check(index == 3 && value >= 0.0f && value <= 1.0f);
+        require(index == 3 && value >= 0.0f && value <= 1.0f);
     }
     std::vector<std::uint8_t> saved(in.get_size());
-    check(in.write(saved.data(), saved.size()) == 0);
+    require(in.write(saved.data(), saved.size()) == 0);
     FuzzIn again;
     again.activate();
-    check(again.read(saved.data(), saved.size()) == 0);
+    require(again.read(saved.data(), saved.size()) == 0);
     std::vector<std::uint8_t> resaved(again.get_size());
-    check(again.write(resaved.data(), resaved.size()) == 0 && resaved == saved);
+    require(again.write(resaved.data(), resaved.size()) == 0 && resaved == saved);
     for (int c = 0; c < 16; ++c)
     {
         const lumo::MidiChannelState& s = again.channel_state(c);
-        check(s.get_bank() >= 0 && s.get_bank() <= 16383 && s.get_rpn_number() <= 16383
+        require(s.get_bank() >= 0 && s.get_bank() <= 16383 && s.get_rpn_number() <= 16383
               && s.get_bend_range_raw() <= 16383 && std::isfinite(s.get_bend()));
     }
     return 0;

@@ -3,12 +3,9 @@
 // angles taken from the input, must stay inside the picture and the buffer.
 #include "gadu/MemoryRenderingBuffer.h"
 #include "gadu/PicDataFactory.h"
+#include "tests/fuzz/FuzzCheck.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <vector>
 
 namespace
 {
@@ -34,10 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     const std::uint8_t* pixels = pic->use_pixels();
-    if (pixels < data || pixels > data + size || pic->get_width() < 0 || pic->get_height() < 0)
-    {
-        std::abort();
-    }
+    zq_test::require(pixels >= data && pixels <= data + size && pic->get_width() >= 0 && pic->get_height() >= 0);
     // Kept small so the fuzzer spends its time on formats, not on huge fills.
     if (static_cast<std::int64_t>(pic->get_width()) * pic->get_height() > 65536)
     {

@@ -46,49 +46,32 @@ protected:
     ParamReorder reorder;
 };
 
-TEST_F(ParamReorderTest, WithoutAMapTheOrderIsTheIdentity)
+// The loads follow each other on one map: each load of a map starts from
+// scratch, a load without one keeps the order there is.
+TEST_F(ParamReorderTest, EachMapGivesItsOrder)
 {
-    EXPECT_EQ(load("other = { 5 4 3 }"), 0);
-    EXPECT_EQ(host_order(), (std::vector<int>{0, 1, 2, 3, 4, 5}));
-    EXPECT_EQ(load("parameter_reorder_map = 5_Tempo"), 0);  // not a list
-    EXPECT_EQ(host_order(), (std::vector<int>{0, 1, 2, 3, 4, 5}));
-}
-
-TEST_F(ParamReorderTest, IndexesOutsideTheParametersMapToThemselves)
-{
-    load("parameter_reorder_map = { 5 4 3 2 1 0 }");
+    const std::pair<std::string, std::vector<int>> cases[] = {
+        {"other = { 5 4 3 }", {0, 1, 2, 3, 4, 5}},
+        {"parameter_reorder_map = 5_Tempo", {0, 1, 2, 3, 4, 5}},  // not a list
+        {"parameter_reorder_map = { 5_Vin_Rouge 4 \" 3\" +2_x 1 0 9 9 }", {5, 4, 3, 2, 1, 0}},
+        {"parameter_reorder_map = { 1 }", {1, 0, 2, 3, 4, 5}},
+        // Gaps are filled first by their own index, then in order.
+        {"parameter_reorder_map = { 5_x 0_y }", {5, 0, 2, 3, 4, 1}},
+        // Repeated, bad and out-of-range elements are skipped.
+        {"parameter_reorder_map = { 3_a 3_b }", {3, 1, 2, 0, 4, 5}},
+        {"parameter_reorder_map = { x_Tempo 9_Tempo -1 { 2 } 99999999999999999999 1 }", {0, 5, 2, 3, 4, 1}},
+    };
+    for (const auto& [members, order] : cases)
+    {
+        EXPECT_EQ(load(members), 0);
+        EXPECT_EQ(host_order(), order) << members;
+    }
+    // Indexes outside the parameters map to themselves.
     for (const int i : {-1, 6, 1000})
     {
         EXPECT_EQ(reorder.get_host_index(i), i);
         EXPECT_EQ(reorder.get_internal_index(i), i);
     }
-}
-
-TEST_F(ParamReorderTest, AFullMapIsTakenAsItStands)
-{
-    load("parameter_reorder_map = { 5_Vin_Rouge 4 \" 3\" +2_x 1 0 9 9 }");
-    EXPECT_EQ(host_order(), (std::vector<int>{5, 4, 3, 2, 1, 0}));
-}
-
-TEST_F(ParamReorderTest, GapsAreFilledFirstByTheirOwnIndexThenInOrder)
-{
-    load("parameter_reorder_map = { 5_x 0_y }");
-    EXPECT_EQ(host_order(), (std::vector<int>{5, 0, 2, 3, 4, 1}));
-}
-
-TEST_F(ParamReorderTest, RepeatedBadAndOutOfRangeElementsAreSkipped)
-{
-    load("parameter_reorder_map = { 3_a 3_b }");
-    EXPECT_EQ(host_order(), (std::vector<int>{3, 1, 2, 0, 4, 5}));
-    load("parameter_reorder_map = { x_Tempo 9_Tempo -1 { 2 } 99999999999999999999 1 }");
-    EXPECT_EQ(host_order(), (std::vector<int>{0, 5, 2, 3, 4, 1}));
-}
-
-TEST_F(ParamReorderTest, AnotherLoadStartsFromScratch)
-{
-    load("parameter_reorder_map = { 5 4 3 2 1 0 }");
-    load("parameter_reorder_map = { 1 }");
-    EXPECT_EQ(host_order(), (std::vector<int>{1, 0, 2, 3, 4, 5}));
 }
 
 TEST_F(ParamReorderTest, SavesOneNamedElementPerHostIndex)

@@ -115,29 +115,28 @@ TEST_F(MidiPortsTest, HostPortsComeFirstAndNamesSelectWithoutRegardToCase)
 
 TEST_F(MidiPortsTest, DriverFailuresLeaveNoPortSelected)
 {
-    driver.fail_open = true;
+    driver.failing = "open";
     EXPECT_EQ(ports.select_input(1), -1);
     EXPECT_EQ(ports.select_output(1), -1);
     EXPECT_EQ(ports.get_selected_input(), -1);
     EXPECT_EQ(mgr.use_input(), nullptr);
-    driver.fail_open = false;
-    driver.fail_start = true;
+    driver.failing = "start";
     EXPECT_EQ(ports.select_input(1), -1);
     EXPECT_EQ(mgr.use_input(), nullptr);
-    driver.fail_start = false;
+    driver.failing = "";
 
     ASSERT_EQ(ports.select_output(1), 0);
-    driver.fail_close = true;
+    driver.failing = "close";
     EXPECT_EQ(ports.select_output(0), -1);  // the open port stays the current one
     EXPECT_EQ(ports.get_selected_output(), 1);
-    driver.fail_close = false;
+    driver.failing = "";
 
     driver.bad_name = 1;
     EXPECT_EQ(ports.list_inputs(), -1);
     EXPECT_EQ(ports.get_input_names(), (Strings{"Host In", "USB Keys"}));
 }
 
-TEST_F(MidiPortsTest, DriverThreadMessagesAreParsedAtTheNextBlock)
+TEST_F(MidiPortsTest, DriverMessagesAreParsedAtTheNextBlock)
 {
     ASSERT_EQ(ports.select_input(1), 0);
     std::vector<std::uint32_t> messages;
@@ -147,7 +146,6 @@ TEST_F(MidiPortsTest, DriverThreadMessagesAreParsedAtTheNextBlock)
     }
     messages.push_back(0xF8);  // clock: no call at all
     driver.play(messages);
-    driver.stop();
     mgr.block_start();
     ASSERT_EQ(rec.calls.size(), 201u);  // the clock only sets the time
     EXPECT_EQ(rec.calls[0], "time 0");
@@ -159,7 +157,6 @@ TEST_F(MidiPortsTest, DriverThreadMessagesAreParsedAtTheNextBlock)
 
     // A ring of 4000 holds 3999 messages; the rest are lost.
     driver.play(std::vector<std::uint32_t>(4500, 0xB0 | 1 << 8 | 5 << 16));
-    driver.stop();
     mgr.block_start();
     EXPECT_EQ(rec.calls.size(), 2u * 3999u);
 }
@@ -170,7 +167,7 @@ TEST_F(MidiPortsTest, SystemOutputSendsPackedShortMessages)
     EXPECT_EQ(driver.opened_output, 0u);
     EXPECT_NE(mgr.program_change(2, 300), 0);
     EXPECT_EQ(driver.sent, (std::vector<std::uint32_t>{0x0200B2, 0x0020B2, 0x2CC2}));
-    driver.fail_send = true;
+    driver.failing = "send";
     EXPECT_EQ(mgr.raw_byte(0xF8), 0);
     lumo::MciMidiOut closed(zq_test::FakeMidiDriver::api(), 0);
     EXPECT_EQ(closed.send_packet(0x90, 1, 2, 0), 0);
