@@ -1,7 +1,5 @@
 #include "lumo/SettingAutoload.h"
 
-#include "basic/ConfKeyMulti.h"
-#include "basic/SettingClientInterface.h"
 #include "lumo/SettingMgr.h"
 #include "sys/PersistentKeyList.h"
 #include "tests/basic/ScratchDir.h"
@@ -12,18 +10,6 @@
 
 namespace
 {
-
-class CountingClient : public basic::SettingClientInterface
-{
-public:
-    int save_settings(basic::ConfKeyMulti& /*root*/) override { return 0; }
-    int load_settings(const basic::ConfKeyMulti& /*root*/) override
-    {
-        ++loads;
-        return 0;
-    }
-    int loads = 0;
-};
 
 // Each test has a product key of its own in the user's store (on Windows the
 // real registry), so the values of one test never meet another's.
@@ -50,7 +36,7 @@ protected:
 
     zq_test::SettingDspStub dsp;
     lumo::SettingMgr mgr;
-    CountingClient client;
+    zq_test::CountingClient client;
     zq_test::ScratchDir dir;
     std::string config;
 };

@@ -1,7 +1,5 @@
 #include "lumo/SettingMgr.h"
 
-#include "basic/ConfKeyMulti.h"
-#include "basic/SettingClientInterface.h"
 #include "tests/basic/ScratchDir.h"
 #include "tests/lumo/SettingDspMixinStub.h"
 
@@ -12,26 +10,12 @@ namespace
 
 using lumo::SettingMgr;
 
-class CountingClient : public basic::SettingClientInterface
-{
-public:
-    int save_settings(basic::ConfKeyMulti& /*root*/) override { return 0; }
-    int load_settings(const basic::ConfKeyMulti& root) override
-    {
-        ++loads;
-        keys = root.get_nbr_keys();
-        return 0;
-    }
-    int loads = 0;
-    int keys = -1;
-};
-
 class SettingMgrTest : public ::testing::Test
 {
 protected:
     zq_test::SettingDspStub dsp;
     SettingMgr mgr;
-    CountingClient client;
+    zq_test::CountingClient client;
     zq_test::ScratchDir dir;
 };
 
@@ -42,15 +26,13 @@ TEST_F(SettingMgrTest, NamesComeFromTheAudioSide)
     EXPECT_EQ(mgr.get_version(), "1.12");
     ASSERT_NE(mgr.use_autoload(), nullptr);
     EXPECT_EQ(mgr.use_autoload()->get_base_path(), "Velnor/Zarquette");
-}
-
-TEST_F(SettingMgrTest, PunctuationInThePluginNameBecomesUnderscores)
-{
+    // Punctuation in the plug-in name becomes underscores.
     dsp.texts["plugin_name"] = "Zar-quette 2.0";
     dsp.version = 2.005;
-    mgr.setup(dsp);
-    EXPECT_EQ(mgr.get_section_name(), "Zar_quette_2_0_config_section");
-    EXPECT_EQ(mgr.get_version(), "2.00");
+    SettingMgr other;
+    other.setup(dsp);
+    EXPECT_EQ(other.get_section_name(), "Zar_quette_2_0_config_section");
+    EXPECT_EQ(other.get_version(), "2.00");
 }
 
 TEST_F(SettingMgrTest, OnlyFilesOfThisPluginAreLoaded)
