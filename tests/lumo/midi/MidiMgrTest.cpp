@@ -131,12 +131,6 @@ TEST_F(MidiMgrTest, EchoSendsEachKindOfControllerWithItsBytes)
     EXPECT_EQ(mgr.send_param(0, 2, 1.0f), -1);
 }
 
-TEST_F(MidiMgrTest, ProgramChangeIsSentAsBankSelectAndProgram)
-{
-    EXPECT_NE(mgr.program_change(2, 300), 0);
-    EXPECT_EQ(out.packets, (Strings{"B2 00 02 00", "B2 20 00 00", "C2 2C 00 00"}));
-}
-
 TEST_F(MidiMgrTest, SavedMapListsParametersInOrderWithTheirNames)
 {
     mgr.bind(1, 99, 1);
