@@ -45,7 +45,8 @@ protected:
 // starts with "0"; without a file nothing is loaded either way.
 TEST_F(SettingAutoloadTest, TheLatestFileIsLoadedWhenTheUserAllowsIt)
 {
-    EXPECT_EQ(autoload(), 0);  // no key at all
+    EXPECT_EQ(autoload(), 0);  // no key at all, and reading the choices creates none
+    EXPECT_THROW(sys::PersistentKeyList(mgr.use_autoload()->get_base_path(), false), std::runtime_error);
     set_value("LatestConfigAutoload", "1");
     EXPECT_EQ(autoload(), 0);  // no file
     set_value("LatestConfigFile", config);
@@ -67,12 +68,6 @@ TEST_F(SettingAutoloadTest, TheLoadersAnswerComesBack)
     set_value("LatestConfigFile", dir.write_file("foreign.cfg", "Other_config_section = { a = 1 }"));
     EXPECT_EQ(autoload(), lumo::SettingMgr::err_foreign_file);
     EXPECT_EQ(client.loads, 0);
-}
-
-TEST_F(SettingAutoloadTest, ReadingTheChoicesCreatesNoKeys)
-{
-    autoload();
-    EXPECT_THROW(sys::PersistentKeyList(mgr.use_autoload()->get_base_path(), false), std::runtime_error);
 }
 
 }  // namespace
