@@ -2,10 +2,10 @@
 // bytes may arrive as one message. Whatever comes, every channel's state must
 // stay within its ranges, each value handed on must be one MIDI can carry, and
 // the saved channel states must read back to the same bytes.
-#include "lumo/midi/MidiInCcMixin.h"
 #include "lumo/midi/MidiMgr.h"
 #include "lumo/midi/MidiReceiverInterface.h"
 #include "tests/fuzz/FuzzCheck.h"
+#include "tests/lumo/midi/MidiRecorder.h"
 
 #include <cmath>
 
@@ -49,28 +49,13 @@ private:
     }
 };
 
-class FuzzIn : public lumo::MidiInCcMixin
-{
-public:
-    int activate() override { return reset_channels(); }
-    int deactivate() override { return 0; }
-    int open() override { return 0; }
-    int close() override { return 0; }
-    int block_start() override { return 0; }
-    void on_controller(std::int32_t id, std::int32_t value14) override
-    {
-        require(value14 >= 0 && value14 <= 16383 && id >= 0);
-        MidiInCcMixin::on_controller(id, value14);
-    }
-};
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     CheckingReceiver receiver;
     lumo::MidiMgr mgr;
-    FuzzIn in;
+    zq_test::TestMidiIn in;
     in.connect(nullptr, &mgr, &receiver);
     in.activate();
     mgr.set_pending_learn(3);
@@ -82,9 +67,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         mgr.map_controller(7 << 16, 100, index, value);
         require(index == 3 && value >= 0.0f && value <= 1.0f);
     }
+    for (const auto& event : in.events)
+    {
+        require(event.id >= 0 && event.value >= 0 && event.value <= 16383);
+    }
     std::vector<std::uint8_t> saved(in.get_size());
     require(in.write(saved.data(), saved.size()) == 0);
-    FuzzIn again;
+    zq_test::TestMidiIn again;
     again.activate();
     require(again.read(saved.data(), saved.size()) == 0);
     std::vector<std::uint8_t> resaved(again.get_size());
