@@ -75,7 +75,12 @@ TEST(ConfKeyFactory, TextsReadToTheirKeyOrCodeAndWriteBack)
         {"l = { \"abc\"def \"\" \"x // y\" \"{=}\" }", 0, "l = { abc def  \"x // y\" {=} }"},
         {"l = {a\rb\r \rc\r\n\"d\re\"f{\"\"}g\r}\r\n", 0, "l = { ab c d\re f {  } g }"},
         {"l = {\b1\v2\f3 }", 0, "l = { 1 2\f3 }"},
+        // Words are quoted where the reader would split them, and only there.
         {"a = \"two words\"", 0, "a = \"two words\""},
+        {"k = \"a\tb\"", 0, "k = \"a\tb\""},
+        {"k = \"a,b\"", 0, "k = \"a,b\""},
+        {"\"two words\" = v", 0, "\"two words\" = v"},
+        {"k = \"\"", 0, "k = "},
         {"x = 1 // note", 0, "x = 1"},
         {deep, 0, ""},
         // Sections keep their children in file order. Comments go, and so do

@@ -59,18 +59,6 @@ TEST(ConfKeyTree, WritesTheDocumentedExampleByteForByte)
                            "}");
 }
 
-TEST(ConfKeyTree, WordsAreQuotedOnlyWhenTheReaderWouldSplitThem)
-{
-    const auto value_text = [](const std::string& value) { return write(ConfKeyData("k", value)).substr(4); };
-    EXPECT_EQ(value_text("plain"), "plain");
-    EXPECT_EQ(value_text("a b"), "\"a b\"");
-    EXPECT_EQ(value_text("a\tb"), "\"a\tb\"");
-    EXPECT_EQ(value_text("a,b"), "\"a,b\"");
-    EXPECT_EQ(value_text("a=b{}"), "a=b{}");  // written as it is, even though it does not read back
-    EXPECT_EQ(value_text(""), "");
-    EXPECT_EQ(write(ConfKeyData("two words", "v")), "\"two words\" = v");
-}
-
 // Names with path separators are refused and leave the key alone; anonymous
 // keys cannot be written, and the level comes back; make_valid_name keeps only
 // ASCII letters and digits.

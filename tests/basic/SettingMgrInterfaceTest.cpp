@@ -118,7 +118,7 @@ TEST_F(SettingMgrInterfaceTest, EachTextLoadsOrIsRefusedWithItsCode)
     }
 }
 
-TEST_F(SettingMgrInterfaceTest, FilesThatCannotBeReadAreReported)
+TEST_F(SettingMgrInterfaceTest, FilesThatCannotBeReadAreReportedAndBadNamesThrow)
 {
     EXPECT_EQ(mgr.load(dir.get_path("missing.cfg")), SettingMgrInterface::err_cannot_open);
     EXPECT_EQ(mgr.load(""), SettingMgrInterface::err_cannot_open);
@@ -131,10 +131,7 @@ TEST_F(SettingMgrInterfaceTest, FilesThatCannotBeReadAreReported)
     big.resize(SettingMgrInterface::max_file_size + 1, ' ');
     EXPECT_EQ(mgr.load(dir.write_file("big.cfg", big)), SettingMgrInterface::err_cannot_read);
     EXPECT_TRUE(log.empty());
-}
-
-TEST_F(SettingMgrInterfaceTest, NameErrorsOfTheReaderReachTheCaller)
-{
+    // Name errors of the reader reach the caller.
     EXPECT_THROW(mgr.load(dir.write_file("a.cfg", "top = { bad/name = 1 }")), std::runtime_error);
 }
 

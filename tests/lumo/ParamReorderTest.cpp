@@ -1,8 +1,5 @@
 #include "lumo/ParamReorder.h"
 
-#include "basic/ConfKeyContentMulti.h"
-#include "basic/ConfKeyContentString.h"
-#include "basic/ConfKeyData.h"
 #include "basic/ConfKeyFactory.h"
 #include "basic/ConfKeyMulti.h"
 #include "tests/lumo/SettingDspMixinStub.h"
@@ -29,6 +26,17 @@ protected:
         const auto key = factory.create_key("root = { version = 1 " + members + " }");
         EXPECT_EQ(factory.get_last_error(), 0) << members;
         return reorder.load_settings(dynamic_cast<const basic::ConfKeyMulti&>(*key));
+    }
+
+    // The map's key as the file holds it.
+    std::string saved()
+    {
+        basic::ConfKeyMulti root("root");
+        EXPECT_EQ(reorder.save_settings(root), 0);
+        std::string text;
+        int level = 0;
+        root.use_key(0).do_write_to_string(text, level);
+        return text;
     }
 
     std::vector<int> host_order() const
@@ -74,37 +82,19 @@ TEST_F(ParamReorderTest, EachMapGivesItsOrder)
     }
 }
 
+// The saved map reads back to the same order; long names are cut to the
+// element's capacity.
 TEST_F(ParamReorderTest, SavesOneNamedElementPerHostIndex)
 {
-    basic::ConfKeyMulti root("root");
-    EXPECT_EQ(reorder.save_settings(root), 0);
-    std::string text;
-    int level = 0;
-    root.use_key(0).do_write_to_string(text, level);
-    EXPECT_EQ(text, "parameter_reorder_map = { 0_Tempo 1_Bof 2_Gauloises 3_Nuclear_Power 4_Oignons 5_Vin_Rouge }");
-
+    EXPECT_EQ(saved(), "parameter_reorder_map = { 0_Tempo 1_Bof 2_Gauloises 3_Nuclear_Power 4_Oignons 5_Vin_Rouge }");
     load("parameter_reorder_map = { 2 0 1 }");
-    basic::ConfKeyMulti again("root");
-    reorder.save_settings(again);
-    ParamReorder copy;
-    copy.setup(dsp);
-    copy.load_settings(again);
-    for (int h = 0; h < 6; ++h)
-    {
-        EXPECT_EQ(copy.get_internal_index(h), reorder.get_internal_index(h));
-    }
-    EXPECT_EQ(copy.get_internal_index(0), 2);
-}
+    const std::string map = saved();
+    load("parameter_reorder_map = { 5 }");
+    load(map);
+    EXPECT_EQ(host_order(), (std::vector<int>{2, 0, 1, 3, 4, 5}));
 
-TEST_F(ParamReorderTest, LongNamesAreCutToTheElementsCapacity)
-{
     dsp.params[4] = std::make_unique<zq_test::NamedParam>(std::string(400, 'n'));
-    basic::ConfKeyMulti root("root");
-    reorder.save_settings(root);
-    const auto& key = dynamic_cast<const basic::ConfKeyData&>(root.use_key(0));
-    const auto& list = dynamic_cast<const basic::ConfKeyContentMulti&>(key.use_content());
-    const auto& element = dynamic_cast<const basic::ConfKeyContentString&>(list.use_elt(4));
-    EXPECT_EQ(element.get_string(), "4_" + std::string(253, 'n'));
+    EXPECT_NE(saved().find(" 4_" + std::string(253, 'n') + " "), std::string::npos);
 }
 
 }  // namespace
