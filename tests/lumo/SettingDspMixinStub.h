@@ -133,14 +133,8 @@ public:
     void set_program_data(const lumo::ProgramSlot& /*program*/) override {}
     void get_program_data(lumo::ProgramSlot& /*program*/) override {}
     void get_param_values(lumo::ProgramSlot& /*program*/) const override {}
-    void process_replacing(float* const* /*outputs*/, const float* const* /*inputs*/, int /*frames*/,
-                           int /*reserved*/) override
-    {
-    }
-    void process_adding(float* const* /*outputs*/, const float* const* /*inputs*/, int /*frames*/,
-                        int /*reserved*/) override
-    {
-    }
+    void process_replacing(float* const*, const float* const*, int, int) override {}
+    void process_adding(float* const*, const float* const*, int, int) override {}
 
     std::map<std::string, std::string> texts{{"plugin_name", "Zarquette"}, {"manufacturer", "Velnor"}};
     double version = 1.12;

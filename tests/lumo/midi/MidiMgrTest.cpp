@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <utility>
 
 namespace
 {
@@ -23,13 +24,14 @@ protected:
         mgr.set_output(&out);
         out.connect(nullptr, &mgr, nullptr);
     }
-    int index_of(std::int32_t id)
+    // The parameter a controller drives, and the value it gets.
+    std::pair<int, float> map(std::int32_t id, std::int32_t value14)
     {
-        int index = 0;
-        float value = 0.0f;
-        mgr.map_controller(id, 0, index, value);
-        return index;
+        std::pair<int, float> mapped{0, 0.0f};
+        mgr.map_controller(id, value14, mapped.first, mapped.second);
+        return mapped;
     }
+    int index_of(std::int32_t id) { return map(id, 0).first; }
     std::string saved()
     {
         basic::ConfKeyMulti root("root");
@@ -75,34 +77,22 @@ TEST_F(MidiMgrTest, ControllerValuesScaleBy1Over16383)
 {
     mgr.bind(0, 7, 0);
     mgr.bind(1, 99, 1);
-    int index = 0;
-    float value = 0.0f;
-    mgr.map_controller(7 * 65536, 64 << 7, index, value);
-    EXPECT_EQ(index, 0);
-    EXPECT_FLOAT_EQ(value, 8192.0f / 16383.0f);
-    mgr.map_controller(7 * 65536, 127 << 7, index, value);
-    EXPECT_FLOAT_EQ(value, 16256.0f / 16383.0f);
-    mgr.map_controller(99 * 65536 + 1, 16383, index, value);
-    EXPECT_EQ(index, 1);
-    EXPECT_EQ(value, 1.0f);
-    mgr.map_controller(8 * 65536, 5, index, value);
-    EXPECT_EQ(index, -1);
-    EXPECT_EQ(value, -1.0f);
+    EXPECT_EQ(index_of(7 * 65536), 0);
+    EXPECT_FLOAT_EQ(map(7 * 65536, 64 << 7).second, 8192.0f / 16383.0f);
+    EXPECT_FLOAT_EQ(map(7 * 65536, 127 << 7).second, 16256.0f / 16383.0f);
+    EXPECT_EQ(map(99 * 65536 + 1, 16383), (std::pair{1, 1.0f}));
+    EXPECT_EQ(map(8 * 65536, 5), (std::pair{-1, -1.0f}));
 }
 
 TEST_F(MidiMgrTest, ArmedLearnBindsTheNextControllerAndDrivesItAtOnce)
 {
     mgr.bind_all_to_nrpn();
     mgr.set_pending_learn(4);
-    int index = 0;
-    float value = 0.0f;
-    mgr.map_controller(74 * 65536, 16383, index, value);
-    EXPECT_EQ(index, 4);
+    EXPECT_EQ(map(74 * 65536, 16383), (std::pair{4, 1.0f}));
     EXPECT_EQ(mgr.get_last_learnt_param(), 4);
     EXPECT_EQ(mgr.get_last_learnt_id(), 74 * 65536);
     // Autobind (the default) stays armed: the next controller takes over.
-    mgr.map_controller(75 * 65536, 0, index, value);
-    EXPECT_EQ(index, 4);
+    EXPECT_EQ(index_of(75 * 65536), 4);
     EXPECT_EQ(index_of(74 * 65536), 4);  // still armed: 74 is learnt again
     mgr.set_pending_learn(-1);
     EXPECT_EQ(index_of(75 * 65536), -1);
