@@ -1,7 +1,7 @@
 #include "tests/lumo/midi/FakeMidiDriver.h"
 #include "tests/lumo/midi/MidiRecorder.h"
 
-#include "basic/ConfKeyData.h"
+#include "basic/ConfKeyFactory.h"
 #include "basic/ConfKeyMulti.h"
 #include "lumo/midi/MciMidiDevSelComp.h"
 #include "lumo/midi/MciMidiOut.h"
@@ -63,14 +63,9 @@ protected:
     }
     int load_ports(const std::string& in, const std::string& out)
     {
-        basic::ConfKeyMulti midi("midi");
-        for (const auto& [section, name] : {std::pair{"port_in", in}, std::pair{"port_out", out}})
-        {
-            basic::ConfKeyMulti port(section);
-            port.add_key(basic::ConfKeyData("name", name));
-            midi.add_key(port);
-        }
-        return ports.load_settings(midi);
+        const auto midi = basic::ConfKeyFactory::use_instance().create_key(
+            "midi = { port_in = { name = \"" + in + "\" } port_out = { name = \"" + out + "\" } }");
+        return ports.load_settings(dynamic_cast<const basic::ConfKeyMulti&>(*midi));
     }
 
     zq_test::FakeMidiDriver driver;
