@@ -79,7 +79,7 @@ TEST(ConfKeyTree, NamesThatCannotStandInAFile)
     EXPECT_EQ(ConfKeyInterface::make_valid_name("a/b\\c.d-e\xe9" "9"), "a_b_c_d_e_9");
 }
 
-TEST(ConfKeyTree, DuplicateNamesAreKeptAndFoundInOrder)
+TEST(ConfKeyTree, KeysAreFoundByNameInOrderAndByPath)
 {
     ConfKeyMulti root("root");
     root.add_key(ConfKeyData("k", "1"));
@@ -100,41 +100,39 @@ TEST(ConfKeyTree, DuplicateNamesAreKeptAndFoundInOrder)
     root.set_key(ConfKeyData("new", "4"));
     EXPECT_EQ(root.get_nbr_keys(), 4);
     EXPECT_EQ(root.use_key(3).get_name(), "new");
-}
 
-TEST(ConfKeyTree, PathsUseEitherSeparatorAndFollowTheFirstChildOfAName)
-{
-    ConfKeyMulti root("root");
+    // Paths use either separator and follow the first child of a name.
+    ConfKeyMulti tree("root");
     ConfKeyMulti a("a");
     a.add_key(ConfKeyData("b", "deep"));
-    root.add_key(a);
+    tree.add_key(a);
     ConfKeyMulti shadowed("a");
     shadowed.add_key(ConfKeyData("c", "hidden"));
-    root.add_key(shadowed);
-    root.add_key(ConfKeyData("leaf", "v"));
+    tree.add_key(shadowed);
+    tree.add_key(ConfKeyData("leaf", "v"));
 
-    const ConfKeyInterface* b = root.use_key_from_path("a/b");
+    const ConfKeyInterface* b = tree.use_key_from_path("a/b");
     ASSERT_NE(b, nullptr);
-    EXPECT_EQ(root.use_key_from_path("a\\b"), b);
-    EXPECT_EQ(root.use_key_from_path("a/b/"), b);
-    EXPECT_EQ(root.use_key_from_path("a/c"), nullptr);
-    EXPECT_EQ(root.use_key_from_path("leaf/x"), nullptr);
-    EXPECT_EQ(root.get_string("a/b"), "deep");
-    EXPECT_EQ(root.get_string("a"), "");
-    EXPECT_EQ(root.get_string("missing"), "");
+    EXPECT_EQ(tree.use_key_from_path("a\\b"), b);
+    EXPECT_EQ(tree.use_key_from_path("a/b/"), b);
+    EXPECT_EQ(tree.use_key_from_path("a/c"), nullptr);
+    EXPECT_EQ(tree.use_key_from_path("leaf/x"), nullptr);
+    EXPECT_EQ(tree.get_string("a/b"), "deep");
+    EXPECT_EQ(tree.get_string("a"), "");
+    EXPECT_EQ(tree.get_string("missing"), "");
 
     for (const char* bad : {"/a", "", "a//b"})
     {
-        EXPECT_THROW(root.use_key_from_path(bad), std::runtime_error) << bad;
+        EXPECT_THROW(tree.use_key_from_path(bad), std::runtime_error) << bad;
     }
     // A list value is no string.
     ConfKeyData list("l");
     list.set_content(make_list(2));
-    root.add_key(list);
-    EXPECT_EQ(root.get_string("l"), "");
+    tree.add_key(list);
+    EXPECT_EQ(tree.get_string("l"), "");
 }
 
-TEST(ConfKeyTree, StoringAndCopyingCloneTheWholeSubtree)
+TEST(ConfKeyTree, StoringAndCopyingAreDeep)
 {
     ConfKeyMulti child("child");
     child.add_key(ConfKeyData("v", "1"));
@@ -158,27 +156,25 @@ TEST(ConfKeyTree, StoringAndCopyingCloneTheWholeSubtree)
     other = data;
     data.set_content(ConfKeyContentString("changed"));
     EXPECT_EQ(write(other), "d = a");
-}
 
-// Strings are held in the list itself and nested lists as nodes: a copy must
-// still be deep for both, and an element of the list may be appended to it.
-TEST(ConfKeyTree, CopiedListsShareNeitherStringsNorNestedLists)
-{
+    // Strings are held in the list itself and nested lists as nodes: a copy
+    // must still be deep for both, and an element of the list may be appended
+    // to it.
     ConfKeyContentMulti list = make_list(2);
     list.add_string("s");
     list.add_elt(std::make_unique<ConfKeyContentMulti>(make_list(1)));
     list.add_elt(list.use_elt(0));
     list.add_elt(list.use_elt(3));
 
-    ConfKeyContentMulti copy = list;
+    ConfKeyContentMulti copied = list;
     ConfKeyContentMulti assigned;
     assigned = list;
     dynamic_cast<ConfKeyContentString&>(list.use_elt(0)).set_string("changed");
     dynamic_cast<ConfKeyContentMulti&>(list.use_elt(3)).add_string("more");
     ConfKeyData key("k");
-    for (const ConfKeyContentMulti* other : {&copy, &assigned})
+    for (const ConfKeyContentMulti* deep : {&copied, &assigned})
     {
-        key.set_content(*other);
+        key.set_content(*deep);
         EXPECT_EQ(write(key), "k = { 0 1 s { 0 } 0 { 0 } }");
     }
     key.set_content(list);

@@ -58,11 +58,9 @@ TEST_F(SettingAutoloadTest, TheLatestFileIsLoadedWhenTheUserAllowsIt)
         EXPECT_EQ(autoload(), 0) << choice;
         EXPECT_EQ(client.loads, loads) << choice;
     }
-}
-
-TEST_F(SettingAutoloadTest, TheLoadersAnswerComesBack)
-{
+    // The loader's answer comes back.
     set_value("LatestConfigAutoload", "1");
+    client.loads = 0;
     set_value("LatestConfigFile", dir.get_path("gone.cfg"));
     EXPECT_EQ(autoload(), basic::SettingMgrInterface::err_cannot_open);
     set_value("LatestConfigFile", dir.write_file("foreign.cfg", "Other_config_section = { a = 1 }"));

@@ -90,7 +90,9 @@ TEST_F(MidiInParseTest, BendRangeByRpnZeroInStandardOrder)
     EXPECT_DOUBLE_EQ(in.channel_state(0).get_bend(), -12.0);
 }
 
-TEST_F(MidiInParseTest, NullRpnRestoresDefaultsAndUnknownRpnsReportZero)
+// The null RPN restores the defaults, unknown RPNs report zero, and NRPN
+// values are kept per number below 2048.
+TEST_F(MidiInParseTest, RpnAndNrpnNumbersSelectWhatDataEntryChanges)
 {
     ccs(3, {{101, 0}, {100, 0}, {6, 24}, {100, 5}, {6, 7}});
     EXPECT_EQ(in.events.back(), (Event{101 * 65536 + 5, 0}));
@@ -98,10 +100,7 @@ TEST_F(MidiInParseTest, NullRpnRestoresDefaultsAndUnknownRpnsReportZero)
     EXPECT_DOUBLE_EQ(in.get_pitch_bend_range(3), 2.0);
     EXPECT_EQ(in.channel_state(3).get_rpn_number(), 0);
     EXPECT_DOUBLE_EQ(in.get_pitch_bend_range(0), 2.0);  // other channels untouched
-}
 
-TEST_F(MidiInParseTest, NrpnValuesAreKeptPerNumberBelow2048)
-{
     ccs(2, {{99, 0}, {98, 2}, {6, 127}, {38, 127}});
     EXPECT_EQ(in.events.back(), (Event{99 * 65536 + 2, 16383}));
     EXPECT_EQ(rec.calls.back(), "nrpn 2 2 16383");

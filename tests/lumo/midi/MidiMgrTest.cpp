@@ -71,10 +71,7 @@ TEST_F(MidiMgrTest, BindingKeepsOneControllerPerParameterAndOneParameterPerContr
     EXPECT_EQ(mgr.bind(2, 101, 16384), -1);
     EXPECT_EQ(mgr.bind(lumo::MidiControlMap::capacity, 7, 0), -1);
     EXPECT_EQ(mgr.get_id(2), 99 * 65536 + 2);
-}
-
-TEST_F(MidiMgrTest, ControllerValuesScaleBy1Over16383)
-{
+    // Values scale by 1 / 16383.
     mgr.bind(0, 7, 0);
     mgr.bind(1, 99, 1);
     EXPECT_EQ(index_of(7 * 65536), 0);
