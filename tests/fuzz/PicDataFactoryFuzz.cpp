@@ -7,22 +7,6 @@
 
 #include <cstring>
 
-namespace
-{
-
-// The input's last bytes steer the drawing: a float read from them.
-float tail_float(const std::uint8_t* data, std::size_t size, std::size_t from_end)
-{
-    float v = 0.0f;
-    if (size >= from_end + sizeof v)
-    {
-        std::memcpy(&v, data + size - from_end - sizeof v, sizeof v);
-    }
-    return v;
-}
-
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const auto pic = gadu::PicDataFactory::use_instance().create_from_bytes(data, size);
@@ -37,10 +21,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     {
         return 0;
     }
+    // The input's last bytes steer the drawing: floats read from them.
+    const auto tail_float = [data, size](std::size_t from_end) {
+        float v = 0.0f;
+        if (size >= from_end + sizeof v)
+        {
+            std::memcpy(&v, data + size - from_end - sizeof v, sizeof v);
+        }
+        return v;
+    };
     gadu::MemoryRenderingBuffer buffer(24, 20);
-    const float x = tail_float(data, size, 0);
-    const float y = tail_float(data, size, 4);
-    const float angle = tail_float(data, size, 8);
+    const float x = tail_float(0);
+    const float y = tail_float(4);
+    const float angle = tail_float(8);
     const gadu::Rect whole = pic->get_bounds();
     const gadu::Rect region = gadu::Rect::of_size(static_cast<std::int32_t>(data[size - 1]) - 128,
                                                   static_cast<std::int32_t>(data[size - 2]) - 128, 24, 20);
