@@ -18,40 +18,39 @@ using basic::SettingMgrInterface;
 class RecordingClient : public basic::SettingClientInterface
 {
 public:
-    explicit RecordingClient(std::vector<std::string>& log, const std::string& id, int answer = 0)
-        : _log(log), _id(id), _answer(answer)
+    RecordingClient(std::vector<std::string>& log, const std::string& id, int answer = 0)
+        : log(log), id(id), answer(answer)
     {
     }
     int save_settings(ConfKeyMulti& /*root*/) override { return 0; }
     int load_settings(const ConfKeyMulti& root) override
     {
-        _log.push_back(_id + ":" + root.get_name() + ":" + std::to_string(root.get_nbr_keys()));
-        return _answer;
+        log.push_back(id + ":" + root.get_name() + ":" + std::to_string(root.get_nbr_keys()));
+        return answer;
     }
 
-private:
-    std::vector<std::string>& _log;
-    std::string _id;
-    int _answer;
+    std::vector<std::string>& log;
+    std::string id;
+    int answer;
 };
 
+// Records the status each hook sees; the first hook sets its own.
 class HookedMgr : public SettingMgrInterface
 {
 public:
-    explicit HookedMgr(std::vector<std::string>& log) : _log(log) {}
+    explicit HookedMgr(std::vector<std::string>& log) : log(log) {}
     void before_load(const ConfKeyMulti& /*root*/, const std::string& /*path*/, int& status) override
     {
-        _log.push_back("before:" + std::to_string(status));
+        log.push_back("before:" + std::to_string(status));
         status = before_status;
     }
     void after_load(const ConfKeyMulti& /*root*/, const std::string& /*path*/, int& status) override
     {
-        _log.push_back("after:" + std::to_string(status));
+        log.push_back("after:" + std::to_string(status));
     }
-    int before_status = 0;
 
-private:
-    std::vector<std::string>& _log;
+    std::vector<std::string>& log;
+    int before_status = 0;
 };
 
 class SettingMgrInterfaceTest : public ::testing::Test
