@@ -82,6 +82,7 @@ TEST(ConfKeyFactory, TextsReadToTheirKeyOrCodeAndWriteBack)
         {"\"two words\" = v", 0, "\"two words\" = v"},
         {"k = \"\"", 0, "k = "},
         {"x = 1 // note", 0, "x = 1"},
+        {"x = 1 //", 0, "x = 1"},
         {deep, 0, ""},
         // Sections keep their children in file order. Comments go, and so do
         // carriage returns, except inside quotes.

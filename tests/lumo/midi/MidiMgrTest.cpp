@@ -58,9 +58,9 @@ TEST_F(MidiMgrTest, BindingKeepsOneControllerPerParameterAndOneParameterPerContr
 {
     mgr.bind_all_to_nrpn();
     EXPECT_EQ(mgr.get_id(5), 99 * 65536 + 5);
-    mgr.bind(5, 7, 0);
+    mgr.bind(0, 7, 0);
     mgr.bind(3, 7, 99);  // the number only counts for RPN and NRPN
-    EXPECT_EQ(mgr.get_id(5), -1);
+    EXPECT_EQ(mgr.get_id(0), -1);
     EXPECT_EQ(index_of(7 * 65536), 3);
     mgr.bind(3, 1, 0);
     EXPECT_EQ(index_of(7 * 65536), -1);
@@ -99,16 +99,16 @@ TEST_F(MidiMgrTest, ArmedLearnBindsTheNextControllerAndDrivesItAtOnce)
 TEST_F(MidiMgrTest, EchoSendsEachKindOfControllerWithItsBytes)
 {
     mgr.bind(0, 101, 300);
-    mgr.bind(1, 1, 0);
+    mgr.bind(1, 0, 0);  // controller 0 is a controller too
     mgr.bind(2, 74, 0);
     mgr.bind(3, 99, 3);
     EXPECT_EQ(mgr.send_param(0, 0, 1.0f), 0);
-    EXPECT_EQ(mgr.send_param(0, 1, 1.0f), 0);
+    EXPECT_EQ(mgr.send_param(0, 1, 0.5f), 0);
     EXPECT_EQ(mgr.send_param(0, 2, 1.0f), 0);
     EXPECT_EQ(mgr.send_param(0, 2, 0.5f), 0);
     EXPECT_EQ(mgr.send_param(1, 3, 0.0f), 0);
     EXPECT_EQ(out.packets, (Strings{"B0 65 02 00", "B0 64 2C 00", "B0 06 7F 00", "B0 26 7F 00",  // RPN 300
-                                    "B0 01 7F 00", "B0 21 7F 00", "B0 4A 7F 00", "B0 4A 40 00",
+                                    "B0 00 40 00", "B0 20 00 00", "B0 4A 7F 00", "B0 4A 40 00",
                                     "B1 63 00 00", "B1 62 03 00", "B1 06 00 00", "B1 26 00 00"}));
     EXPECT_EQ(mgr.send_param(0, 4, 1.0f), -2);
     EXPECT_EQ(mgr.send_param(0, 2, std::nanf("")), -1);
