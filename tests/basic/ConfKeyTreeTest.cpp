@@ -86,7 +86,7 @@ TEST(ConfKeyTree, KeysAreFoundByNameInOrderAndByPath)
     root.add_key(ConfKeyMulti("k"));
     root.add_key(ConfKeyData("k", "2"));
 
-    EXPECT_EQ(root.find_key_data("k", 0), 0);
+    EXPECT_EQ(root.find_key_data("k"), 0);
     EXPECT_EQ(root.find_key_data("k", 1), 2);
     EXPECT_EQ(root.find_key_data("k", 3), -1);
     EXPECT_EQ(root.find_key_multi("k"), 1);

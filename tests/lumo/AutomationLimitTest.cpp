@@ -18,9 +18,8 @@ TEST(AutomationLimit, TheLimitIsTheLastWholePriorityGroupInsideTheBudget)
     } cases[] = {
         {1, effect, 0}, {5, effect, 0}, {6, effect, 2}, {100, effect, 2},
         {3, {9, 1, 5, 1, 9}, 5},  // groups in increasing order, whatever the parameter order
-        {0, effect, 2},           // unknown budgets
-        {-3, effect, 2},
-        {1, {3, 3, 7}, 2},  // two at the lowest priority do not fit a budget of one
+        {0, effect, 2}, {-3, effect, 2},  // unknown budgets
+        {1, {3, 3, 7}, 2},                // two at the lowest priority do not fit a budget of one
     };
     for (const auto& c : cases)
     {

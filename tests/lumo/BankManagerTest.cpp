@@ -31,13 +31,15 @@ ProgramSlot make_program(int nbr_values, const std::string& name, float last_val
     return p;
 }
 
-// Programs "p0", "p1", ... whose last value is a quarter of their index.
+// Programs "p0", "p1", ... whose last value is a quarter of their index. A
+// fresh bank holds one program, which may take any shape.
 BankManager make_bank(int nbr_programs, int nbr_values)
 {
     BankManager bank;
-    for (int i = 0; i < nbr_programs; ++i)
+    bank.set_program(0, make_program(nbr_values, "p0"));
+    bank.set_nbr_programs(nbr_programs);
+    for (int i = 1; i < nbr_programs; ++i)
     {
-        bank.set_nbr_programs(i + 1);
         bank.set_program(i, make_program(nbr_values, "p" + std::to_string(i), 0.25f * static_cast<float>(i)));
     }
     return bank;

@@ -152,9 +152,12 @@ TEST(ProgramSlot, ValuesFromARecordAreKeptNormalized)
 TEST(ProgramSlot, ValuesStayInTheirBounds)
 {
     ProgramSlot program;
-    program.set_nbr_values(2);
+    program.set_nbr_values(6);
+    program.set_value(5, 0.7f);
+    program.set_nbr_values(2);  // what was beyond the new count is not read
     program.set_value(2, 0.7f);
     program.set_value(-1, 0.7f);
+    EXPECT_EQ(program.get_value(5), 0.0f);
     EXPECT_EQ(program.get_value(2), 0.0f);
     EXPECT_EQ(program.get_value(-1), 0.0f);
     program.set_nbr_values(-4);

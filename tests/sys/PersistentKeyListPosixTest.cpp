@@ -27,11 +27,6 @@ std::string read_file(const std::filesystem::path& path)
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
-std::ptrdiff_t count_entries(const std::filesystem::path& folder)
-{
-    return std::distance(std::filesystem::directory_iterator(folder), std::filesystem::directory_iterator());
-}
-
 TEST(PersistentKeyListPosix, KeysAreFoldersAndValuesAreFilesBelowTheConfigurationFolder)
 {
     PersistentKeyList key("Velnor/Zarquette VST2", true);
@@ -41,7 +36,7 @@ TEST(PersistentKeyListPosix, KeysAreFoldersAndValuesAreFilesBelowTheConfiguratio
     EXPECT_EQ(read_file(folder / "NRPN Compatibility.value"), "1");
     EXPECT_EQ(read_file(folder / "%2E%2E%2Fescape.value"), "no");
     // Nothing but the two values: the temporary files of the writes are gone.
-    EXPECT_EQ(count_entries(folder), 2);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), std::filesystem::directory_iterator()), 2);
 }
 
 // Files written by hand: one longer than any value does not read, and a
@@ -82,7 +77,7 @@ TEST(PersistentKeyListPosix, AKeyOrValueBlockedByAnotherKindOfFileFails)
     std::string value = "stale";
     EXPECT_EQ(parent.get_string("v", value), -1);
     EXPECT_EQ(value, "");
-    EXPECT_EQ(count_entries(folder), 2);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), std::filesystem::directory_iterator()), 2);
 }
 
 }  // namespace

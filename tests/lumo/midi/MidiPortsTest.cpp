@@ -103,9 +103,8 @@ TEST_F(MidiPortsTest, HostPortsComeFirstAndNamesSelectWithoutRegardToCase)
     ASSERT_EQ(load_ports("Nothing Here", ""), 0);
     EXPECT_EQ(ports.get_selected_input(), -1);
     EXPECT_EQ(driver.open_ports, 0);
-    basic::ConfKeyMulti none("midi");
-    ports.save_settings(none);
-    EXPECT_EQ(none.get_string("port_in/name"), "none");
+    ports.save_settings(midi);
+    EXPECT_EQ(midi.get_string("port_in/name"), "none");
 }
 
 TEST_F(MidiPortsTest, DriverFailuresLeaveNoPortSelected)
