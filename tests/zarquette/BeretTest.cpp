@@ -24,7 +24,10 @@ struct Path
 {
     explicit Path(std::size_t n, bool noise = true) : buf(n)
     {
-        buf.in = noise ? zq_test::Noise().take(n) : buf.in;
+        if (noise)
+        {
+            buf.in = zq_test::Noise().take(n);
+        }
         beret.set_buffers(buf.out.data(), buf.in.data(), buf.scratch.data());
     }
 

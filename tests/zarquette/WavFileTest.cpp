@@ -35,8 +35,7 @@ TEST(WavFile, WalksPastOtherChunksOddSizesAndLongFormats)
         riff({list, mono16(), smpl, data({1, 2, 3}), list}),
         riff({odd, fmt(1, 1, 22050, 2, 16, 2), odd, data({1, 2, 3})}),
         riff({data({1, 2, 3}), mono16()}),  // data first is fine too
-        // Bytes after the end the RIFF size gives are not part of the image.
-        [&] { Bytes b = riff({mono16(), data({1, 2, 3})}); zq_test::put_bytes(b, smpl); return b; }(),
+        riff({mono16(), data({1, 2, 3}), smpl}, 4 + 24 + 14),  // what follows the RIFF size's end is not read
     };
     for (const Bytes& image : images)
     {
