@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -45,12 +44,14 @@ TEST(ConfKeyTree, WritesTheDocumentedExampleByteForByte)
     version.set_comment("file format");
     midi.add_key(version);
     ConfKeyMulti map("control_map");
+    map.set_comment("first\nsecond\r");  // comments stay on one line
     map.add_key(ConfKeyData("k1", "x y"));
     midi.add_key(map);
 
     EXPECT_EQ(write(midi), "midi =\n"
                            "{\n"
                            "   version = 1.00\t// file format\n"
+                           "   // first second\r\n"
                            "   control_map =\n"
                            "   {\n"
                            "      k1 = \"x y\"\n"
@@ -58,89 +59,34 @@ TEST(ConfKeyTree, WritesTheDocumentedExampleByteForByte)
                            "}");
 }
 
-TEST(ConfKeyTree, ShortListsStayOnTheLineLongListsTakeOneLinePerElement)
-{
-    ConfKeyData key("x");
-    key.set_content(make_list(0));
-    EXPECT_EQ(write(key), "x = { }");
-    key.set_content(make_list(7));
-    EXPECT_EQ(write(key), "x = { 0 1 2 3 4 5 6 }");
-
-    key.set_content(make_list(8));
-    const std::string text = write(key, 1);
-    EXPECT_EQ(text, "   x = {\n      0\n      1\n      2\n      3\n      4\n      5\n      6\n      7\n   }");
-    EXPECT_EQ(std::count(text.begin(), text.end(), '\n') + 1, 10);
-}
-
-TEST(ConfKeyTree, NestedListsInsideLongListsAreIndentedOneLevelDeeper)
-{
-    ConfKeyContentMulti outer = make_list(7);
-    outer.add_elt(make_list(8));
-    ConfKeyData key("n");
-    key.set_content(outer);
-    EXPECT_EQ(write(key), "n = {\n   0\n   1\n   2\n   3\n   4\n   5\n   6\n   {\n      0\n      1\n      2\n      3\n"
-                          "      4\n      5\n      6\n      7\n   }\n}");
-}
-
-TEST(ConfKeyTree, WordsAreQuotedOnlyWhenTheReaderWouldSplitThem)
-{
-    const auto value_text = [](const std::string& value) { return write(ConfKeyData("k", value)).substr(4); };
-    EXPECT_EQ(value_text("plain"), "plain");
-    EXPECT_EQ(value_text("a b"), "\"a b\"");
-    EXPECT_EQ(value_text("a\tb"), "\"a\tb\"");
-    EXPECT_EQ(value_text("a,b"), "\"a,b\"");
-    EXPECT_EQ(value_text("a=b{}"), "a=b{}");  // written as it is, even though it does not read back
-    EXPECT_EQ(value_text(""), "");
-    EXPECT_EQ(write(ConfKeyData("two words", "v")), "\"two words\" = v");
-}
-
-TEST(ConfKeyTree, CommentsStayOnOneLine)
-{
-    ConfKeyMulti section("s");
-    section.set_comment("first\nsecond\r");
-    EXPECT_EQ(section.get_comment(), "first second\r");
-    section.add_key(ConfKeyData("a", "1"));
-    EXPECT_EQ(write(section, 1), "   // first second\r\n   s =\n   {\n      a = 1\n   }");
-}
-
-TEST(ConfKeyTree, AnonymousKeysCannotBeWrittenAndTheLevelComesBack)
-{
-    ConfKeyMulti root("root");
-    ConfKeyMulti inner("inner");
-    inner.add_key(ConfKeyData(""));
-    root.add_key(inner);
-    std::string text;
-    int level = 2;
-    EXPECT_THROW(root.do_write_to_string(text, level), std::runtime_error);
-    EXPECT_EQ(level, 2);
-}
-
-TEST(ConfKeyTree, NamesWithPathSeparatorsAreRefusedAndLeaveTheKeyAlone)
+// Names with path separators are refused and leave the key alone; anonymous
+// keys cannot be written, and the level comes back; make_valid_name keeps only
+// ASCII letters and digits.
+TEST(ConfKeyTree, NamesThatCannotStandInAFile)
 {
     EXPECT_THROW(ConfKeyData("a/b"), std::runtime_error);
     EXPECT_THROW(ConfKeyMulti("a\\b"), std::runtime_error);
-    ConfKeyData key("good");
+    ConfKeyMulti key("good");
     EXPECT_THROW(key.set_name("bad/"), std::runtime_error);
     EXPECT_EQ(key.get_name(), "good");
-    key.set_name("");
-    EXPECT_EQ(key.get_name(), "");
-}
+    key.add_key(ConfKeyData(""));
+    std::string text;
+    int level = 2;
+    EXPECT_THROW(key.do_write_to_string(text, level), std::runtime_error);
+    EXPECT_EQ(level, 2);
 
-TEST(ConfKeyTree, MakeValidNameKeepsOnlyAsciiLettersAndDigits)
-{
     EXPECT_EQ(ConfKeyInterface::make_valid_name("Vin Rouge"), "Vin_Rouge");
     EXPECT_EQ(ConfKeyInterface::make_valid_name("a/b\\c.d-e\xe9" "9"), "a_b_c_d_e_9");
-    EXPECT_EQ(ConfKeyInterface::make_valid_name(""), "");
 }
 
-TEST(ConfKeyTree, DuplicateNamesAreKeptAndFoundInOrder)
+TEST(ConfKeyTree, KeysAreFoundByNameInOrderAndByPath)
 {
     ConfKeyMulti root("root");
     root.add_key(ConfKeyData("k", "1"));
     root.add_key(ConfKeyMulti("k"));
     root.add_key(ConfKeyData("k", "2"));
 
-    EXPECT_EQ(root.find_key_data("k", 0), 0);
+    EXPECT_EQ(root.find_key_data("k"), 0);
     EXPECT_EQ(root.find_key_data("k", 1), 2);
     EXPECT_EQ(root.find_key_data("k", 3), -1);
     EXPECT_EQ(root.find_key_multi("k"), 1);
@@ -154,41 +100,39 @@ TEST(ConfKeyTree, DuplicateNamesAreKeptAndFoundInOrder)
     root.set_key(ConfKeyData("new", "4"));
     EXPECT_EQ(root.get_nbr_keys(), 4);
     EXPECT_EQ(root.use_key(3).get_name(), "new");
-}
 
-TEST(ConfKeyTree, PathsUseEitherSeparatorAndFollowTheFirstChildOfAName)
-{
-    ConfKeyMulti root("root");
+    // Paths use either separator and follow the first child of a name.
+    ConfKeyMulti tree("root");
     ConfKeyMulti a("a");
     a.add_key(ConfKeyData("b", "deep"));
-    root.add_key(a);
+    tree.add_key(a);
     ConfKeyMulti shadowed("a");
     shadowed.add_key(ConfKeyData("c", "hidden"));
-    root.add_key(shadowed);
-    root.add_key(ConfKeyData("leaf", "v"));
+    tree.add_key(shadowed);
+    tree.add_key(ConfKeyData("leaf", "v"));
 
-    const ConfKeyInterface* b = root.use_key_from_path("a/b");
+    const ConfKeyInterface* b = tree.use_key_from_path("a/b");
     ASSERT_NE(b, nullptr);
-    EXPECT_EQ(root.use_key_from_path("a\\b"), b);
-    EXPECT_EQ(root.use_key_from_path("a/b/"), b);
-    EXPECT_EQ(root.use_key_from_path("a/c"), nullptr);
-    EXPECT_EQ(root.use_key_from_path("leaf/x"), nullptr);
-    EXPECT_EQ(root.get_string("a/b"), "deep");
-    EXPECT_EQ(root.get_string("a"), "");
-    EXPECT_EQ(root.get_string("missing"), "");
+    EXPECT_EQ(tree.use_key_from_path("a\\b"), b);
+    EXPECT_EQ(tree.use_key_from_path("a/b/"), b);
+    EXPECT_EQ(tree.use_key_from_path("a/c"), nullptr);
+    EXPECT_EQ(tree.use_key_from_path("leaf/x"), nullptr);
+    EXPECT_EQ(tree.get_string("a/b"), "deep");
+    EXPECT_EQ(tree.get_string("a"), "");
+    EXPECT_EQ(tree.get_string("missing"), "");
 
     for (const char* bad : {"/a", "", "a//b"})
     {
-        EXPECT_THROW(root.use_key_from_path(bad), std::runtime_error) << bad;
+        EXPECT_THROW(tree.use_key_from_path(bad), std::runtime_error) << bad;
     }
     // A list value is no string.
     ConfKeyData list("l");
     list.set_content(make_list(2));
-    root.add_key(list);
-    EXPECT_EQ(root.get_string("l"), "");
+    tree.add_key(list);
+    EXPECT_EQ(tree.get_string("l"), "");
 }
 
-TEST(ConfKeyTree, StoringAndCopyingCloneTheWholeSubtree)
+TEST(ConfKeyTree, StoringAndCopyingAreDeep)
 {
     ConfKeyMulti child("child");
     child.add_key(ConfKeyData("v", "1"));
@@ -212,27 +156,25 @@ TEST(ConfKeyTree, StoringAndCopyingCloneTheWholeSubtree)
     other = data;
     data.set_content(ConfKeyContentString("changed"));
     EXPECT_EQ(write(other), "d = a");
-}
 
-// Strings are held in the list itself and nested lists as nodes: a copy must
-// still be deep for both, and an element of the list may be appended to it.
-TEST(ConfKeyTree, CopiedListsShareNeitherStringsNorNestedLists)
-{
+    // Strings are held in the list itself and nested lists as nodes: a copy
+    // must still be deep for both, and an element of the list may be appended
+    // to it.
     ConfKeyContentMulti list = make_list(2);
     list.add_string("s");
     list.add_elt(std::make_unique<ConfKeyContentMulti>(make_list(1)));
     list.add_elt(list.use_elt(0));
     list.add_elt(list.use_elt(3));
 
-    ConfKeyContentMulti copy = list;
+    ConfKeyContentMulti copied = list;
     ConfKeyContentMulti assigned;
     assigned = list;
     dynamic_cast<ConfKeyContentString&>(list.use_elt(0)).set_string("changed");
     dynamic_cast<ConfKeyContentMulti&>(list.use_elt(3)).add_string("more");
     ConfKeyData key("k");
-    for (const ConfKeyContentMulti* other : {&copy, &assigned})
+    for (const ConfKeyContentMulti* deep : {&copied, &assigned})
     {
-        key.set_content(*other);
+        key.set_content(*deep);
         EXPECT_EQ(write(key), "k = { 0 1 s { 0 } 0 { 0 } }");
     }
     key.set_content(list);

@@ -18,40 +18,39 @@ using basic::SettingMgrInterface;
 class RecordingClient : public basic::SettingClientInterface
 {
 public:
-    explicit RecordingClient(std::vector<std::string>& log, const std::string& id, int answer = 0)
-        : _log(log), _id(id), _answer(answer)
+    RecordingClient(std::vector<std::string>& log, const std::string& id, int answer = 0)
+        : log(log), id(id), answer(answer)
     {
     }
     int save_settings(ConfKeyMulti& /*root*/) override { return 0; }
     int load_settings(const ConfKeyMulti& root) override
     {
-        _log.push_back(_id + ":" + root.get_name() + ":" + std::to_string(root.get_nbr_keys()));
-        return _answer;
+        log.push_back(id + ":" + root.get_name() + ":" + std::to_string(root.get_nbr_keys()));
+        return answer;
     }
 
-private:
-    std::vector<std::string>& _log;
-    std::string _id;
-    int _answer;
+    std::vector<std::string>& log;
+    std::string id;
+    int answer;
 };
 
+// Records the status each hook sees; the first hook sets its own.
 class HookedMgr : public SettingMgrInterface
 {
 public:
-    explicit HookedMgr(std::vector<std::string>& log) : _log(log) {}
+    explicit HookedMgr(std::vector<std::string>& log) : log(log) {}
     void before_load(const ConfKeyMulti& /*root*/, const std::string& /*path*/, int& status) override
     {
-        _log.push_back("before:" + std::to_string(status));
+        log.push_back("before:" + std::to_string(status));
         status = before_status;
     }
     void after_load(const ConfKeyMulti& /*root*/, const std::string& /*path*/, int& status) override
     {
-        _log.push_back("after:" + std::to_string(status));
+        log.push_back("after:" + std::to_string(status));
     }
-    int before_status = 0;
 
-private:
-    std::vector<std::string>& _log;
+    std::vector<std::string>& log;
+    int before_status = 0;
 };
 
 class SettingMgrInterfaceTest : public ::testing::Test
@@ -62,35 +61,24 @@ protected:
     zq_test::ScratchDir dir;
 };
 
-TEST_F(SettingMgrInterfaceTest, ClientsRegisterOnceAndLoadInOrder)
+// Clients load in the order they registered; the first failure, of a client
+// or of a hook, stops the clients after it and reaches the caller.
+TEST_F(SettingMgrInterfaceTest, ClientsLoadInOrderUntilOneOrAHookRefuses)
 {
     RecordingClient first(log, "first");
-    RecordingClient second(log, "second");
-    EXPECT_EQ(mgr.add_client(first), 0);
-    EXPECT_EQ(mgr.add_client(second), 0);
-    EXPECT_EQ(mgr.add_client(first), SettingMgrInterface::err_client_twice);
-
-    const std::string path = dir.write_file("a.cfg", "top = { version = 1.12 other = { x = 1 } }");
-    EXPECT_EQ(mgr.load(path), 0);
-    EXPECT_EQ(log, (std::vector<std::string>{"before:0", "first:top:2", "second:top:2", "after:0"}));
-}
-
-TEST_F(SettingMgrInterfaceTest, AFailingClientStopsTheOnesAfterIt)
-{
     RecordingClient failing(log, "failing", -7);
     RecordingClient later(log, "later");
-    mgr.add_client(failing);
+    EXPECT_EQ(mgr.add_client(first), 0);
+    EXPECT_EQ(mgr.add_client(failing), 0);
+    EXPECT_EQ(mgr.add_client(first), SettingMgrInterface::err_client_twice);
     mgr.add_client(later);
-    EXPECT_EQ(mgr.load(dir.write_file("a.cfg", "top = { a = 1 }")), -7);
-    EXPECT_EQ(log, (std::vector<std::string>{"before:0", "failing:top:1", "after:-7"}));
-}
 
-TEST_F(SettingMgrInterfaceTest, AHookCanRefuseTheFileBeforeAnyClient)
-{
-    RecordingClient client(log, "client");
-    mgr.add_client(client);
+    const std::string path = dir.write_file("a.cfg", "top = { version = 1.12 other = { x = 1 } }");
+    EXPECT_EQ(mgr.load(path), -7);
+    EXPECT_EQ(log, (std::vector<std::string>{"before:0", "first:top:2", "failing:top:2", "after:-7"}));
+    log.clear();
     mgr.before_status = -3071;
-    EXPECT_EQ(mgr.load(dir.write_file("a.cfg", "top = { a = 1 }")), -3071);
+    EXPECT_EQ(mgr.load(path), -3071);
     EXPECT_EQ(log, (std::vector<std::string>{"before:0", "after:-3071"}));
 }
 
@@ -129,7 +117,7 @@ TEST_F(SettingMgrInterfaceTest, EachTextLoadsOrIsRefusedWithItsCode)
     }
 }
 
-TEST_F(SettingMgrInterfaceTest, FilesThatCannotBeReadAreReported)
+TEST_F(SettingMgrInterfaceTest, FilesThatCannotBeReadAreReportedAndBadNamesThrow)
 {
     EXPECT_EQ(mgr.load(dir.get_path("missing.cfg")), SettingMgrInterface::err_cannot_open);
     EXPECT_EQ(mgr.load(""), SettingMgrInterface::err_cannot_open);
@@ -142,10 +130,7 @@ TEST_F(SettingMgrInterfaceTest, FilesThatCannotBeReadAreReported)
     big.resize(SettingMgrInterface::max_file_size + 1, ' ');
     EXPECT_EQ(mgr.load(dir.write_file("big.cfg", big)), SettingMgrInterface::err_cannot_read);
     EXPECT_TRUE(log.empty());
-}
-
-TEST_F(SettingMgrInterfaceTest, NameErrorsOfTheReaderReachTheCaller)
-{
+    // Name errors of the reader reach the caller.
     EXPECT_THROW(mgr.load(dir.write_file("a.cfg", "top = { bad/name = 1 }")), std::runtime_error);
 }
 

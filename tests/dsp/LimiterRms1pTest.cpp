@@ -1,5 +1,7 @@
 #include "dsp/LimiterRms1p.h"
 
+#include "tests/dsp/Settled.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -7,8 +9,7 @@
 namespace
 {
 
-constexpr double kPi = 3.14159265358979323846;
-
+// The limiter as the loop engine sets it: RMS held at 0.75.
 dsp::LimiterRms1p make_loop_limiter(float rate)
 {
     dsp::LimiterRms1p limiter;
@@ -18,15 +19,21 @@ dsp::LimiterRms1p make_loop_limiter(float rate)
     return limiter;
 }
 
-TEST(LimiterRms1p, LeavesAQuietSignalUntouched)
+// A sine of RMS 0.5 passes untouched; once it stops, the detector falls to
+// exact zero and silence stays silence.
+TEST(LimiterRms1p, LeavesAQuietSignalUntouchedAndFallsToExactZero)
 {
     dsp::LimiterRms1p limiter = make_loop_limiter(44100.0f);
     for (int i = 0; i < 44100; ++i)
     {
-        // RMS 0.5, well under the threshold of 0.75.
-        const float x = static_cast<float>(std::sqrt(2.0) * 0.5 * std::sin(2.0 * kPi * 440.0 * i / 44100.0));
+        const float x = static_cast<float>(std::sqrt(0.5)) * dsp_test::sine(440.0 / 44100.0, i);
         ASSERT_EQ(limiter.limit(x), x) << "sample " << i;
     }
+    for (int i = 0; i < 44100 * 5; ++i)
+    {
+        ASSERT_EQ(limiter.limit(0.0f), 0.0f);
+    }
+    EXPECT_EQ(limiter.get_mean_square(), 0.0);
 }
 
 TEST(LimiterRms1p, HoldsAFullScaleSquareAtTheTargetRms)
@@ -34,33 +41,12 @@ TEST(LimiterRms1p, HoldsAFullScaleSquareAtTheTargetRms)
     for (float rate : {44100.0f, 192000.0f})
     {
         dsp::LimiterRms1p limiter = make_loop_limiter(rate);
-        double sum = 0.0;
-        const int n = static_cast<int>(rate);
-        const int period = static_cast<int>(rate / 100.0f);
-        for (int i = 0; i < n; ++i)
-        {
-            const float y = limiter.limit((i / (period / 2)) % 2 != 0 ? 1.0f : -1.0f);
-            if (i >= n / 2)
-            {
-                sum += static_cast<double>(y) * y;
-            }
-        }
-        EXPECT_NEAR(std::sqrt(sum / (n - n / 2)), 0.75, 0.005) << rate;
+        const int half_period = static_cast<int>(rate / 200.0f);
+        const double rms = dsp_test::settled_rms(static_cast<int>(rate), [&](int i) {
+            return limiter.limit((i / half_period) % 2 != 0 ? 1.0f : -1.0f);
+        });
+        EXPECT_NEAR(rms, 0.75, 0.005) << rate;
     }
-}
-
-TEST(LimiterRms1p, DetectorFallsToExactZeroInSilence)
-{
-    dsp::LimiterRms1p limiter = make_loop_limiter(44100.0f);
-    for (int i = 0; i < 1000; ++i)
-    {
-        limiter.limit(0.9f);
-    }
-    for (int i = 0; i < 44100 * 5; ++i)
-    {
-        ASSERT_EQ(limiter.limit(0.0f), 0.0f);
-    }
-    EXPECT_EQ(limiter.get_mean_square(), 0.0);
 }
 
 TEST(LimiterRms1p, GarbageSettingsGiveFiniteOutput)

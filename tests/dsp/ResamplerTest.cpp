@@ -2,16 +2,21 @@
 #include "dsp/HalfBandDesign.h"
 #include "dsp/Upsampler2x.h"
 
+#include "tests/dsp/Settled.h"
+#include "tests/support/Signal.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <complex>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 namespace
 {
 
-constexpr double kPi = 3.14159265358979323846;
+using dsp_test::sine;
 
 std::vector<double> design(double transition)
 {
@@ -20,159 +25,124 @@ std::vector<double> design(double transition)
     return coefs;
 }
 
-template <int N>
-struct Pair
+// The loop engine's designs: steep with 8 stages at a transition of 0.01,
+// gentle with 3 at 0.2; both must keep images 65 dB down.
+constexpr double kSteep = 0.01;
+constexpr double kGentle = 0.2;
+const double kStopBand = std::pow(10.0, -65.0 / 20.0);
+
+// Every design, sensible or not, is a list of stable stages, each coefficient
+// in (0, 1) and rising; their number follows attenuation and transition.
+TEST(HalfBandDesign, StageCountFollowsAttenuationAndTransition)
 {
-    explicit Pair(double transition)
+    const double nan = std::nan("");
+    for (const auto& [db, transition, least, most] :
+         {std::tuple{20.0, 0.45, 1u, 1u}, {69.0, kGentle, 3u, 3u}, {69.0, kSteep, 8u, 8u}, {120.0, kSteep, 9u, 99u},
+          {nan, -1.0, 1u, 99u}, {nan, 0.0, 1u, 99u}, {nan, 0.5, 1u, 99u}, {nan, 3.0, 1u, 99u}, {nan, nan, 1u, 99u}})
     {
-        up.load_coefs(design(transition));
-        down.load_coefs(design(transition));
+        SCOPED_TRACE(testing::Message() << db << " dB, transition " << transition);
+        std::vector<double> coefs;
+        dsp::design_half_band(coefs, db, transition);
+        EXPECT_TRUE(coefs.size() >= least && coefs.size() <= most) << coefs.size() << " stages";
+        for (std::size_t i = 0; i < coefs.size(); ++i)
+        {
+            EXPECT_TRUE(coefs[i] > (i == 0 ? 0.0 : coefs[i - 1]) && coefs[i] < 1.0) << "stage " << i;
+        }
     }
-    dsp::Upsampler2x<N> up;
+}
+
+// Gain of a downsampler for a sine of `cycles` per sample at its input rate.
+template <int N>
+double downsampled_gain(double transition, double cycles)
+{
     dsp::Downsampler2x<N> down;
-};
+    down.load_coefs(design(transition));
+    return std::sqrt(2.0) * dsp_test::settled_rms(
+        20000, [&](int i) { return down.downsample_pair(sine(cycles, 2 * i), sine(cycles, 2 * i + 1)); });
+}
 
-// Gain of the downsampler for a sine of `cycles_per_sample` at its input rate,
-// from the RMS of the settled output (a peak would depend on where the output
-// samples fall on the wave).
+// Amplitudes of the upsampled sine and of its image (mirrored about the input
+// rate's Nyquist), from a window holding a whole number of cycles of both.
 template <int N>
-double downsampled_gain(dsp::Downsampler2x<N>& down, double cycles_per_sample)
+std::pair<double, double> tone_and_image(double transition, double cycles)
 {
-    double sum = 0.0;
-    const int pairs = 20000;
-    for (int i = 0; i < pairs; ++i)
+    dsp::Upsampler2x<N> up;
+    up.load_coefs(design(transition));
+    constexpr int kSettle = 4000;
+    constexpr int kWindow = 1000;  // input samples
+    std::complex<double> tone;
+    std::complex<double> image;
+    for (int i = 0; i < kSettle + kWindow; ++i)
     {
-        const float in0 = static_cast<float>(std::sin(2.0 * kPi * cycles_per_sample * (2 * i)));
-        const float in1 = static_cast<float>(std::sin(2.0 * kPi * cycles_per_sample * (2 * i + 1)));
-        const double y = down.downsample_pair(in0, in1);
-        if (i >= pairs / 2)
+        const auto y = up.upsample(sine(cycles, i));
+        for (int k = 0; i >= kSettle && k < 2; ++k)
         {
-            sum += y * y;
+            const int n = 2 * (i - kSettle) + k;
+            tone += static_cast<double>(y[k]) * std::polar(1.0, -dsp_test::kPi * cycles * n);
+            image += static_cast<double>(y[k]) * std::polar(1.0, -dsp_test::kPi * (1.0 - cycles) * n);
         }
     }
-    return std::sqrt(2.0 * sum / (pairs - pairs / 2));
+    return {std::abs(tone) / kWindow, std::abs(image) / kWindow};
 }
 
-TEST(Resampler, SteepDownsamplerPassesTheBandAndRejectsItsImage)
+// Both directions keep the band and reject its image 65 dB down. Rates are
+// relative to the input: the steep pass band ends just below a quarter and
+// its stop band starts just above; the gentle pair only guards the top.
+TEST(Resampler, BothDirectionsPassTheBandAndRejectItsImage)
 {
-    // Rates relative to the downsampler's input: the pass band ends just below a
-    // quarter, the stop band starts just above it.
-    Pair<8> pass(0.01);
-    EXPECT_NEAR(downsampled_gain(pass.down, 0.1), 1.0, 1e-4);
-    EXPECT_NEAR(downsampled_gain(pass.down, 0.23), 1.0, 1e-3);
-    Pair<8> stop(0.01);
-    EXPECT_LT(downsampled_gain(stop.down, 0.3), std::pow(10.0, -65.0 / 20.0));
-    Pair<3> gentle(0.2);
-    EXPECT_LT(downsampled_gain(gentle.down, 0.47), std::pow(10.0, -65.0 / 20.0));
+    EXPECT_NEAR(downsampled_gain<8>(kSteep, 0.1), 1.0, 1e-4);
+    EXPECT_NEAR(downsampled_gain<8>(kSteep, 0.23), 1.0, 1e-3);
+    EXPECT_LT(downsampled_gain<8>(kSteep, 0.3), kStopBand);
+    EXPECT_NEAR(downsampled_gain<3>(kGentle, 0.05), 1.0, 1e-3);
+    EXPECT_LT(downsampled_gain<3>(kGentle, 0.47), kStopBand);
+    for (const auto& [stages, cycles] : {std::pair{8, 0.05}, {8, 0.2}, {8, 0.23}, {3, 0.05}, {3, 0.1}})
+    {
+        const auto [tone, image] = stages == 8 ? tone_and_image<8>(kSteep, cycles) : tone_and_image<3>(kGentle, cycles);
+        EXPECT_NEAR(tone, 1.0, 1e-3) << stages << " stages, " << cycles;
+        EXPECT_LT(image, kStopBand) << stages << " stages, " << cycles;
+    }
 }
 
-TEST(Resampler, UpThenDownReturnsTheSignalDelayed)
+// The loop engine runs the block calls: they must give exactly what the
+// per-sample calls give, with coefficients copied as floats, and after
+// clear_state has forgotten what came before.
+TEST(Resampler, BlockCallsAgreeWithSampleCallsAfterACopyAndAClear)
 {
-    Pair<8> p(0.01);
-    std::vector<float> in;
-    std::vector<float> out;
-    for (int i = 0; i < 4000; ++i)
-    {
-        const float x = static_cast<float>(std::sin(2.0 * kPi * 0.05 * i));
-        const auto up = p.up.upsample(x);
-        in.push_back(x);
-        out.push_back(p.down.downsample_pair(up[0], up[1]));
-    }
-    // Find the delay (a few samples) and check the match after it.
-    int best_lag = 0;
-    double best_err = 1e9;
-    for (int lag = 0; lag < 20; ++lag)
-    {
-        double err = 0.0;
-        for (int i = 2000; i < 4000; ++i)
-        {
-            err = std::max(err, std::fabs(static_cast<double>(out[i]) - in[i - lag]));
-        }
-        if (err < best_err)
-        {
-            best_err = err;
-            best_lag = lag;
-        }
-    }
-    EXPECT_GT(best_lag, 0);
-    // All-pass phase is not linear, so a whole-sample lag matches only roughly.
-    EXPECT_LT(best_err, 0.35);
-    double sum = 0.0;
-    for (int i = 2000; i < 4000; ++i)
-    {
-        sum += static_cast<double>(out[i]) * out[i];
-    }
-    EXPECT_NEAR(std::sqrt(sum / 1000.0), 1.0, 1e-3);
-}
-
-TEST(Resampler, DecayFlushedPerBlockEndsInExactZero)
-{
-    // Without flush-to-zero, as in a caller that does not come through the
-    // host's entry: flushing once per block keeps the states normal.
-    Pair<3> p(0.2);
-    p.up.upsample(1.0f);
-    p.down.downsample_pair(1.0f, -1.0f);
-    std::array<float, 2> u{};
-    float d = 1.0f;
-    for (int block = 0; block < 80; ++block)
-    {
-        for (int i = 0; i < 256; ++i)
-        {
-            u = p.up.upsample(0.0f);
-            d = p.down.downsample_pair(0.0f, 0.0f);
-        }
-        p.up.flush_state();
-        p.down.flush_state();
-        ASSERT_TRUE(p.up.state_is_normal()) << block;
-        ASSERT_TRUE(p.down.state_is_normal()) << block;
-    }
-    EXPECT_EQ(u[0], 0.0f);
-    EXPECT_EQ(u[1], 0.0f);
-    EXPECT_EQ(d, 0.0f);
-}
-
-TEST(Resampler, ClearStateForgetsThePast)
-{
-    Pair<8> p(0.01);
-    for (int i = 0; i < 100; ++i)
-    {
-        p.up.upsample(0.7f);
-        p.down.downsample_pair(0.7f, -0.2f);
-    }
-    p.up.clear_state();
-    p.down.clear_state();
-    EXPECT_EQ(p.up.upsample(0.0f)[0], 0.0f);
-    EXPECT_EQ(p.down.downsample_pair(0.0f, 0.0f), 0.0f);
-}
-
-TEST(Resampler, BlockPairAndCoefficientCopyAgree)
-{
-    const std::vector<double> coefs = design(0.01);
-    dsp::Downsampler2x<8> by_pair;
-    by_pair.load_coefs(coefs);
+    const std::vector<double> coefs = design(kSteep);
+    dsp::Upsampler2x<8> up_sample;
+    dsp::Upsampler2x<8> up_block;
+    dsp::Downsampler2x<8> down_pair;
+    dsp::Downsampler2x<8> down_block;
+    up_sample.load_coefs(coefs);
+    up_block.load_coefs(coefs);
+    down_pair.load_coefs(coefs);
     float as_float[8];
     for (int i = 0; i < 8; ++i)
     {
-        as_float[i] = by_pair.get_coef(i);
+        as_float[i] = down_pair.get_coef(i);
+        up_sample.upsample(0.7f);
+        down_pair.downsample_pair(0.7f, -0.2f);
     }
-    dsp::Downsampler2x<8> by_block;
-    dsp::Downsampler2xInterface& iface = by_block;
-    iface.copy_coefs(as_float);
+    up_sample.clear_state();
+    down_pair.clear_state();
+    dsp::Downsampler2xInterface& down = down_block;
+    down.copy_coefs(as_float);
 
-    std::vector<float> in(512);
+    const std::vector<float> in = zq_test::Noise().take(256);
+    std::vector<float> twice(512);
+    std::vector<float> once(256);
+    up_block.upsample_block(in.data(), twice.data(), 256);
+    down.downsample_block(once.data(), twice.data(), 256);
     for (std::size_t i = 0; i < in.size(); ++i)
     {
-        in[i] = static_cast<float>(std::sin(0.37 * static_cast<double>(i)));
-    }
-    std::vector<float> out(256);
-    iface.downsample_block(out.data(), in.data(), 256);
-    for (int i = 0; i < 256; ++i)
-    {
-        ASSERT_EQ(out[static_cast<std::size_t>(i)], by_pair.downsample_pair(in[2 * static_cast<std::size_t>(i)],
-                                                                             in[2 * static_cast<std::size_t>(i) + 1]));
+        const auto u = up_sample.upsample(in[i]);
+        ASSERT_EQ(u[0], twice[2 * i]) << i;
+        ASSERT_EQ(u[1], twice[2 * i + 1]) << i;
+        ASSERT_EQ(once[i], down_pair.downsample_pair(u[0], u[1])) << i;
     }
 }
 
+// Missing coefficients and ones outside [0, 1) still make stable stages.
 TEST(Resampler, ShortOrBrokenCoefficientListsStayStable)
 {
     dsp::Upsampler2x<8> up;
@@ -192,55 +162,6 @@ TEST(Resampler, ShortOrBrokenCoefficientListsStayStable)
         peak = std::max({peak, std::fabs(u[0]), std::fabs(u[1]), std::fabs(down.downsample_pair(u[0], u[1]))});
     }
     EXPECT_LT(peak, 4.0f);
-}
-
-// The images the upsampler must keep out of the doubled band.
-
-// Amplitude of the upsampled sine and of its image (mirrored about the input
-// rate's Nyquist), from a window holding a whole number of cycles of both.
-template <int N>
-std::pair<double, double> tone_and_image(double transition, double cycles_per_input_sample)
-{
-    dsp::Upsampler2x<N> up;
-    up.load_coefs(design(transition));
-    const int settle = 4000;
-    const int window = 2000;  // output samples
-    const double tone = cycles_per_input_sample / 2.0;
-    const double image = 0.5 - tone;
-    std::complex<double> at_tone;
-    std::complex<double> at_image;
-    for (int i = 0; i < settle + window / 2; ++i)
-    {
-        const auto y = up.upsample(static_cast<float>(std::sin(2.0 * kPi * cycles_per_input_sample * i)));
-        if (i < settle)
-        {
-            continue;
-        }
-        for (int k = 0; k < 2; ++k)
-        {
-            const int n = 2 * (i - settle) + k;
-            at_tone += static_cast<double>(y[static_cast<std::size_t>(k)]) * std::polar(1.0, -2.0 * kPi * tone * n);
-            at_image += static_cast<double>(y[static_cast<std::size_t>(k)]) * std::polar(1.0, -2.0 * kPi * image * n);
-        }
-    }
-    return {2.0 * std::abs(at_tone) / window, 2.0 * std::abs(at_image) / window};
-}
-
-TEST(Resampler, UpsamplerKeepsTheToneAndRejectsItsImage)
-{
-    const double floor = std::pow(10.0, -65.0 / 20.0);
-    for (double f : {0.05, 0.2, 0.23})
-    {
-        const auto steep = tone_and_image<8>(0.01, f);
-        EXPECT_NEAR(steep.first, 1.0, 1e-3) << f;
-        EXPECT_LT(steep.second, floor) << f;
-    }
-    for (double f : {0.05, 0.1})
-    {
-        const auto gentle = tone_and_image<3>(0.2, f);
-        EXPECT_NEAR(gentle.first, 1.0, 1e-3) << f;
-        EXPECT_LT(gentle.second, floor) << f;
-    }
 }
 
 }  // namespace

@@ -7,9 +7,8 @@
 #include "basic/ConfKeyData.h"
 #include "basic/ConfKeyFactory.h"
 #include "basic/ConfKeyMulti.h"
+#include "tests/fuzz/FuzzCheck.h"
 
-#include <cstdint>
-#include <cstdlib>
 #include <stdexcept>
 #include <string>
 
@@ -39,45 +38,34 @@ bool is_clean_content(const ConfKeyContentInterface& content)
         return is_clean_word(text->get_string());
     }
     const auto& list = dynamic_cast<const ConfKeyContentMulti&>(content);
+    bool clean = true;
     for (int i = 0; i < list.get_nbr_elt(); ++i)
     {
-        if (!is_clean_content(list.use_elt(i)))
-        {
-            return false;
-        }
+        clean = clean && is_clean_content(list.use_elt(i));
     }
-    return true;
+    return clean;
 }
 
 bool is_clean_key(const ConfKeyInterface& key)
 {
-    if (!is_clean_word(key.get_name()))
-    {
-        return false;
-    }
     if (const auto* leaf = dynamic_cast<const ConfKeyData*>(&key))
     {
-        return is_clean_content(leaf->use_content());
+        return is_clean_word(key.get_name()) && is_clean_content(leaf->use_content());
     }
     const auto& section = dynamic_cast<const ConfKeyMulti&>(key);
+    bool clean = is_clean_word(key.get_name());
     for (int i = 0; i < section.get_nbr_keys(); ++i)
     {
-        if (!is_clean_key(section.use_key(i)))
-        {
-            return false;
-        }
+        clean = clean && is_clean_key(section.use_key(i));
     }
-    return true;
+    return clean;
 }
 
 std::string write(const ConfKeyInterface& key)
 {
     std::string text;
     int level = 0;
-    if (key.do_write_to_string(text, level) != 0 || level != 0)
-    {
-        std::abort();
-    }
+    zq_test::require(key.do_write_to_string(text, level) == 0 && level == 0);
     return text;
 }
 
@@ -90,31 +78,24 @@ bool is_reader_code(int error)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const std::string text(reinterpret_cast<const char*>(data), size);
     basic::ConfKeyFactory factory;
     std::unique_ptr<ConfKeyInterface> key;
     try
     {
-        key = factory.create_key(text);
+        key = factory.create_key(std::string(reinterpret_cast<const char*>(data), size));
     }
     catch (const std::runtime_error&)
     {
         return 0;  // a key name holding a path separator
     }
     const int error = factory.get_last_error();
-    if (!is_reader_code(error) || (key == nullptr && error != 0 && error != -1015 && error != -1020))
-    {
-        std::abort();
-    }
+    zq_test::require(is_reader_code(error) && (key != nullptr || error == 0 || error == -1015 || error == -1020));
     if (key == nullptr || error != 0 || !is_clean_key(*key))
     {
         return 0;
     }
     const std::string written = write(*key);
     const auto again = factory.create_key(written);
-    if (again == nullptr || factory.get_last_error() != 0 || write(*again) != written)
-    {
-        std::abort();
-    }
+    zq_test::require(again != nullptr && factory.get_last_error() == 0 && write(*again) == written);
     return 0;
 }

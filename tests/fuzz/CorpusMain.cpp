@@ -11,37 +11,26 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
-namespace
-{
-
-int replay_file(const std::filesystem::path& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    const std::vector<char> bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    // A copy of exactly the input's size, so a read past its end is caught by ASan.
-    std::vector<std::uint8_t> data(bytes.begin(), bytes.end());
-    LLVMFuzzerTestOneInput(data.data(), data.size());
-    return 1;
-}
-
-}  // namespace
-
 int main(int argc, char** argv)
 {
     int count = 0;
     for (int i = 1; i < argc; ++i)
     {
-        const std::filesystem::path root(argv[i]);
-        if (!std::filesystem::exists(root))
+        if (!std::filesystem::exists(argv[i]))
         {
             std::fprintf(stderr, "no corpus at %s\n", argv[i]);
             return 1;
         }
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(root))
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(argv[i]))
         {
             if (entry.is_regular_file())
             {
-                count += replay_file(entry.path());
+                std::ifstream in(entry.path(), std::ios::binary);
+                // Exactly the input's size, so a read past its end is caught by ASan.
+                const std::vector<std::uint8_t> data{std::istreambuf_iterator<char>(in),
+                                                     std::istreambuf_iterator<char>()};
+                LLVMFuzzerTestOneInput(data.data(), data.size());
+                ++count;
             }
         }
     }

@@ -3,10 +3,7 @@
 // every glyph must stay inside the strip and the buffer.
 #include "gadu/FontFactory.h"
 #include "gadu/MemoryRenderingBuffer.h"
-
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
+#include "tests/fuzz/FuzzCheck.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
@@ -18,16 +15,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::int64_t next = 0;
     for (const auto& glyph : font->use_glyphs())
     {
-        if (glyph.x_start != next || glyph.width <= 0)
-        {
-            std::abort();
-        }
+        zq_test::require(glyph.x_start == next && glyph.width > 0);
         next += glyph.width;
     }
-    if (next != (font->get_height() > 0 ? font->get_width() : 0))
-    {
-        std::abort();
-    }
+    zq_test::require(next == (font->get_height() > 0 ? font->get_width() : 0));
     gadu::MemoryRenderingBuffer buffer(16, 14);
     const std::int32_t x = static_cast<std::int32_t>(data[size - 1] % 24) - 4;
     for (const auto& glyph : font->use_glyphs())

@@ -2,42 +2,34 @@
 // bytes may arrive as one message. Whatever comes, every channel's state must
 // stay within its ranges, each value handed on must be one MIDI can carry, and
 // the saved channel states must read back to the same bytes.
-#include "lumo/midi/MidiInCcMixin.h"
 #include "lumo/midi/MidiMgr.h"
 #include "lumo/midi/MidiReceiverInterface.h"
+#include "tests/fuzz/FuzzCheck.h"
+#include "tests/lumo/midi/MidiRecorder.h"
 
 #include <cmath>
-#include <cstdint>
-#include <cstdlib>
-#include <vector>
 
 namespace
 {
 
-void check(bool ok)
-{
-    if (!ok)
-    {
-        std::abort();
-    }
-}
+using zq_test::require;
 
 class CheckingReceiver : public lumo::MidiReceiverInterface
 {
 public:
     int note_on(int c, int n, float pitch, int, float velocity, int) override
     {
-        check(c >= 0 && c < 16 && n >= 0 && n < 128 && std::isfinite(pitch) && velocity > 0.0f && velocity < 2.0f);
+        require(c >= 0 && c < 16 && n >= 0 && n < 128 && std::isfinite(pitch) && velocity > 0.0f && velocity < 2.0f);
         return 1;
     }
     int note_off(int c, int n, float velocity) override
     {
-        check(c >= 0 && c < 16 && n >= 0 && n < 128 && velocity >= 0.0f && velocity < 2.0f);
+        require(c >= 0 && c < 16 && n >= 0 && n < 128 && velocity >= 0.0f && velocity < 2.0f);
         return 1;
     }
     int pitch_bend(int c, float bend) override
     {
-        check(c >= 0 && c < 16 && std::isfinite(bend) && std::fabs(bend) <= 128.0f);
+        require(c >= 0 && c < 16 && std::isfinite(bend) && std::fabs(bend) <= 128.0f);
         return 1;
     }
     int rpn_change(int, int n, int v) override { return check14(n, v); }
@@ -45,30 +37,15 @@ public:
     int control_change(int, int n, int v) override { return check14(n, v); }
     int raw_message(int c, int s, int d1, int d2) override
     {
-        check(c >= 0 && c < 16 && s >= 0 && s < 15 && d1 >= 0 && d1 < 128 && d2 >= 0 && d2 < 128);
+        require(c >= 0 && c < 16 && s >= 0 && s < 15 && d1 >= 0 && d1 < 128 && d2 >= 0 && d2 < 128);
         return 1;
     }
 
 private:
     static int check14(int n, int v)
     {
-        check(n >= 0 && n <= 16383 && v >= 0 && v <= 16383);
+        require(n >= 0 && n <= 16383 && v >= 0 && v <= 16383);
         return 1;
-    }
-};
-
-class FuzzIn : public lumo::MidiInCcMixin
-{
-public:
-    int activate() override { return reset_channels(); }
-    int deactivate() override { return 0; }
-    int open() override { return 0; }
-    int close() override { return 0; }
-    int block_start() override { return 0; }
-    void on_controller(std::int32_t id, std::int32_t value14) override
-    {
-        check(value14 >= 0 && value14 <= 16383 && id >= 0);
-        MidiInCcMixin::on_controller(id, value14);
     }
 };
 
@@ -78,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     CheckingReceiver receiver;
     lumo::MidiMgr mgr;
-    FuzzIn in;
+    zq_test::TestMidiIn in;
     in.connect(nullptr, &mgr, &receiver);
     in.activate();
     mgr.set_pending_learn(3);
@@ -88,19 +65,23 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         int index = 0;
         float value = 0.0f;
         mgr.map_controller(7 << 16, 100, index, value);
-        check(index == 3 && value >= 0.0f && value <= 1.0f);
+        require(index == 3 && value >= 0.0f && value <= 1.0f);
+    }
+    for (const auto& event : in.events)
+    {
+        require(event.id >= 0 && event.value >= 0 && event.value <= 16383);
     }
     std::vector<std::uint8_t> saved(in.get_size());
-    check(in.write(saved.data(), saved.size()) == 0);
-    FuzzIn again;
+    require(in.write(saved.data(), saved.size()) == 0);
+    zq_test::TestMidiIn again;
     again.activate();
-    check(again.read(saved.data(), saved.size()) == 0);
+    require(again.read(saved.data(), saved.size()) == 0);
     std::vector<std::uint8_t> resaved(again.get_size());
-    check(again.write(resaved.data(), resaved.size()) == 0 && resaved == saved);
+    require(again.write(resaved.data(), resaved.size()) == 0 && resaved == saved);
     for (int c = 0; c < 16; ++c)
     {
         const lumo::MidiChannelState& s = again.channel_state(c);
-        check(s.get_bank() >= 0 && s.get_bank() <= 16383 && s.get_rpn_number() <= 16383
+        require(s.get_bank() >= 0 && s.get_bank() <= 16383 && s.get_rpn_number() <= 16383
               && s.get_bend_range_raw() <= 16383 && std::isfinite(s.get_bend()));
     }
     return 0;

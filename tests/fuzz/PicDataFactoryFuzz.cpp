@@ -3,28 +3,9 @@
 // angles taken from the input, must stay inside the picture and the buffer.
 #include "gadu/MemoryRenderingBuffer.h"
 #include "gadu/PicDataFactory.h"
+#include "tests/fuzz/FuzzCheck.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <vector>
-
-namespace
-{
-
-// The input's last bytes steer the drawing: a float read from them.
-float tail_float(const std::uint8_t* data, std::size_t size, std::size_t from_end)
-{
-    float v = 0.0f;
-    if (size >= from_end + sizeof v)
-    {
-        std::memcpy(&v, data + size - from_end - sizeof v, sizeof v);
-    }
-    return v;
-}
-
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
@@ -34,19 +15,25 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     const std::uint8_t* pixels = pic->use_pixels();
-    if (pixels < data || pixels > data + size || pic->get_width() < 0 || pic->get_height() < 0)
-    {
-        std::abort();
-    }
+    zq_test::require(pixels >= data && pixels <= data + size && pic->get_width() >= 0 && pic->get_height() >= 0);
     // Kept small so the fuzzer spends its time on formats, not on huge fills.
     if (static_cast<std::int64_t>(pic->get_width()) * pic->get_height() > 65536)
     {
         return 0;
     }
+    // The input's last bytes steer the drawing: floats read from them.
+    const auto tail_float = [data, size](std::size_t from_end) {
+        float v = 0.0f;
+        if (size >= from_end + sizeof v)
+        {
+            std::memcpy(&v, data + size - from_end - sizeof v, sizeof v);
+        }
+        return v;
+    };
     gadu::MemoryRenderingBuffer buffer(24, 20);
-    const float x = tail_float(data, size, 0);
-    const float y = tail_float(data, size, 4);
-    const float angle = tail_float(data, size, 8);
+    const float x = tail_float(0);
+    const float y = tail_float(4);
+    const float angle = tail_float(8);
     const gadu::Rect whole = pic->get_bounds();
     const gadu::Rect region = gadu::Rect::of_size(static_cast<std::int32_t>(data[size - 1]) - 128,
                                                   static_cast<std::int32_t>(data[size - 2]) - 128, 24, 20);

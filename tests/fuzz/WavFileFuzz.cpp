@@ -1,12 +1,9 @@
 // Feeds arbitrary bytes to the WAVE reader as an embedded image. Whatever it
 // accepts must lie wholly inside the input, and playing it must read nothing
 // else.
+#include "tests/fuzz/FuzzCheck.h"
 #include "zarquette/SampleVoice.h"
 #include "zarquette/WavFile.h"
-
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
@@ -16,11 +13,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     const auto* first = reinterpret_cast<const std::uint8_t*>(wav.use_samples());
-    if (wav.use_image() != data || first < data + 20
-        || static_cast<std::size_t>(first - data) + 2u * wav.get_nbr_frames() > size)
-    {
-        std::abort();
-    }
+    zq_test::require(wav.use_image() == data && first >= data + 20
+                     && static_cast<std::size_t>(first - data) + 2u * wav.get_nbr_frames() <= size);
     // Play it through a voice at a rate taken from the input, a block at a time.
     constexpr int block = 64;
     float left[block] = {}, right[block] = {};

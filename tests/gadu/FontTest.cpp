@@ -64,28 +64,28 @@ TEST(FontTest, UnicolorCoverageBlendsTheGivenColour)
     const auto font = make(bytes);
     MemoryRenderingBuffer buffer(6, 3);
     buffer.fill(0x7FFA1464u);
-    // The first row of glyphs 0 and 1 at (1, 1): coverage 1, 128, 255, 0, 255.
+    // The first row of glyphs 0 and 1 at (1, 1): coverage 1, 128, 255 (d +
+    // (c - d) x 255 / 256), 0, 255; of glyph 1 alone at (0, 2): 255, 0, 255.
     font->draw_glyph_area(Rect{0, 0, 5, 1}, 1, 1, buffer, 0x00C86432u);
-    EXPECT_EQ(buffer.get_pixel(0, 1), 0x7FFA1464u);
-    EXPECT_EQ(buffer.get_pixel(1, 1), 0x7FF91463u);
-    EXPECT_EQ(buffer.get_pixel(2, 1), 0x7FE13C4Bu);
-    EXPECT_EQ(buffer.get_pixel(3, 1), 0x7FC86332u);  // d + (c - d) x 255 / 256
-    EXPECT_EQ(buffer.get_pixel(4, 1), 0x7FFA1464u);
-    EXPECT_EQ(buffer.get_pixel(1, 0), 0x7FFA1464u);
-    EXPECT_EQ(buffer.get_pixel(1, 2), 0x7FFA1464u);
+    font->draw_glyph_area(Rect{2, 0, 5, 1}, 0, 2, buffer, 0x00C86432u);
+    const std::uint32_t d = 0x7FFA1464u;
+    const std::uint32_t c = 0x7FC86332u;
+    EXPECT_EQ(gadu_test::pixels_of(buffer), (std::vector<std::uint32_t>{d, d, d, d, d, d,  //
+                                                                        d, 0x7FF91463u, 0x7FE13C4Bu, c, d, c,  //
+                                                                        c, d, c, d, d, d}));
 }
 
 TEST(FontTest, MulticolorTransparencyZeroDrawsThePaletteColour)
 {
-    const Bytes bytes = gadu_test::make_apic(1, 8, 3, 2, {0x00C86432u, 0u}, {0, 0, 0, 127, 0, 255, 1, 0, 0, 0, 1, 0});
+    const Bytes bytes = gadu_test::make_apic(1, 8, 4, 2, {0x00C86432u, 0x00102030u},
+                                             {0, 0, 0, 127, 0, 255, 1, 0, 1, 0, 0, 0, 1, 0, 0, 0});
     const auto font = make(bytes);
     ASSERT_NE(dynamic_cast<MulticolorFont*>(font.get()), nullptr);
-    MemoryRenderingBuffer buffer(3, 1);
+    MemoryRenderingBuffer buffer(4, 1);
     buffer.fill(0x7FFA1464u);
-    font->draw_glyph_area(Rect{0, 0, 3, 1}, 0, 0, buffer, 0x00FFFFFFu);
-    EXPECT_EQ(buffer.get_pixel(0, 0), 0x7FC86332u);
-    EXPECT_EQ(buffer.get_pixel(1, 0), 0x7FE13C4Bu);
-    EXPECT_EQ(buffer.get_pixel(2, 0), 0x7FFA1464u);
+    font->draw_glyph_area(Rect{0, 0, 4, 1}, 0, 0, buffer, 0x00FFFFFFu);
+    EXPECT_EQ(gadu_test::pixels_of(buffer),
+              (std::vector<std::uint32_t>{0x7FC86332u, 0x7FE13C4Bu, 0x7FFA1464u, 0x7F101F30u}));
 }
 
 TEST(FontTest, CallerErrorsStayInsideTheStripAndTheBuffer)

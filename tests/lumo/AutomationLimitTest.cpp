@@ -5,54 +5,32 @@
 namespace
 {
 
-const std::vector<int> effect_priorities{0, 2, 2, 2, 2, 2};
-
-TEST(AutomationLimit, StartsUnlimited)
+// Every row starts from the limit a budget of six gives the effect's
+// priorities (2); budgets that fit no whole group keep it.
+TEST(AutomationLimit, TheLimitIsTheLastWholePriorityGroupInsideTheBudget)
 {
-    lumo::AutomationLimit limit;
-    EXPECT_EQ(limit.get_limit(), 999999999);
-    EXPECT_TRUE(limit.allows(2));
-}
-
-TEST(AutomationLimit, HostBudgetsAgainstTheEffectsPriorities)
-{
-    struct Case
+    const std::vector<int> effect{0, 2, 2, 2, 2, 2};
+    const struct
     {
         int budget;
+        std::vector<int> priorities;
         int limit;
+    } cases[] = {
+        {1, effect, 0}, {5, effect, 0}, {6, effect, 2}, {100, effect, 2},
+        {3, {9, 1, 5, 1, 9}, 5},  // groups in increasing order, whatever the parameter order
+        {0, effect, 2}, {-3, effect, 2},  // unknown budgets
+        {1, {3, 3, 7}, 2},                // two at the lowest priority do not fit a budget of one
     };
-    for (const Case c : {Case{1, 0}, Case{2, 0}, Case{5, 0}, Case{6, 2}, Case{100, 2}})
+    for (const auto& c : cases)
     {
         lumo::AutomationLimit limit;
-        limit.update(c.budget, effect_priorities);
-        EXPECT_EQ(limit.get_limit(), c.limit) << "budget " << c.budget;
+        limit.update(6, effect);
+        limit.update(c.budget, c.priorities);
+        EXPECT_EQ(limit.get_limit(), c.limit) << c.budget;
+        EXPECT_TRUE(limit.allows(c.limit));
+        EXPECT_FALSE(limit.allows(c.limit + 1));
     }
-    lumo::AutomationLimit one;
-    one.update(1, effect_priorities);
-    EXPECT_TRUE(one.allows(0));
-    EXPECT_FALSE(one.allows(2));
-}
-
-TEST(AutomationLimit, UnknownOrTooSmallBudgetKeepsThePreviousLimit)
-{
-    lumo::AutomationLimit limit;
-    limit.update(0, effect_priorities);
-    EXPECT_EQ(limit.get_limit(), 999999999);
-    limit.update(-3, effect_priorities);
-    EXPECT_EQ(limit.get_limit(), 999999999);
-
-    limit.update(6, effect_priorities);
-    ASSERT_EQ(limit.get_limit(), 2);
-    // Two parameters at the lowest priority do not fit a budget of one.
-    limit.update(1, {3, 3, 7});
-    EXPECT_EQ(limit.get_limit(), 2);
-}
-
-TEST(AutomationLimit, WalksPrioritiesInIncreasingOrderWhateverTheParameterOrder)
-{
-    lumo::AutomationLimit limit;
-    limit.update(3, {9, 1, 5, 1, 9});
-    EXPECT_EQ(limit.get_limit(), 5);
+    EXPECT_TRUE(lumo::AutomationLimit().allows(1000000));  // until the host names a budget
 }
 
 }  // namespace

@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace
@@ -20,64 +22,49 @@ Bytes write(const basic::SerializableInterface& object)
     return bytes;
 }
 
-ProgramSlot make_program(int nbr_values, const char* name, float value)
+ProgramSlot make_program(int nbr_values, const std::string& name, float last_value = 0.0f)
 {
     ProgramSlot p;
-    p.set_name(name);
+    p.set_name(name.c_str());
     p.set_nbr_values(nbr_values);
-    for (int i = 0; i < nbr_values; ++i)
-    {
-        p.set_value(i, value);
-    }
+    p.set_value(nbr_values - 1, last_value);
     return p;
 }
 
+// Programs "p0", "p1", ... whose last value is a quarter of their index. A
+// fresh bank holds one program, which may take any shape.
 BankManager make_bank(int nbr_programs, int nbr_values)
 {
     BankManager bank;
-    bank.set_program(0, make_program(nbr_values, "p0", 0.0f));
+    bank.set_program(0, make_program(nbr_values, "p0"));
     bank.set_nbr_programs(nbr_programs);
     for (int i = 1; i < nbr_programs; ++i)
     {
-        bank.set_program(i, make_program(nbr_values, ("p" + std::to_string(i)).c_str(), 0.25f * i));
+        bank.set_program(i, make_program(nbr_values, "p" + std::to_string(i), 0.25f * static_cast<float>(i)));
     }
     return bank;
 }
 
-TEST(BankManager, AOneProgramBankIs108BytesWithItsHeaderFirst)
-{
-    const BankManager bank = make_bank(1, 6);
-    const Bytes bytes = write(bank);
-    ASSERT_EQ(bytes.size(), 108u);
-    EXPECT_EQ(Bytes(bytes.begin(), bytes.begin() + 8), (Bytes{0, 0, 0, 1, 0, 0, 0, 100}));
-    EXPECT_EQ(Bytes(bytes.begin() + 8, bytes.end()), write(bank.use_program(0)));
-}
-
-TEST(BankManager, BanksReadBackProgramByProgram)
-{
-    const BankManager source = make_bank(3, 6);
-    const Bytes bytes = write(source);
-    BankManager copy;
-    ASSERT_EQ(copy.read(bytes.data(), bytes.size()), 0);
-    ASSERT_EQ(copy.get_nbr_programs(), 3);
-    EXPECT_EQ(copy.use_program(2).get_name(), "p2");
-    EXPECT_FLOAT_EQ(copy.use_program(2).get_value(5), 0.5f);
-    EXPECT_EQ(write(copy), bytes);
-}
-
-TEST(BankManager, RecordsLargerThanTheirProgramAreRead)
+// A bank is its header (program count, record size) and then its programs'
+// records; it reads back, also from records larger than their program.
+TEST(BankManager, ABankIsItsHeaderThenItsProgramsAndReadsBack)
 {
     const BankManager source = make_bank(2, 6);
-    const Bytes packed = write(source);
-    // The same two programs, each in a record of 120 bytes.
+    const Bytes bytes = write(source);
+    ASSERT_EQ(bytes.size(), 208u);
+    EXPECT_EQ(Bytes(bytes.begin(), bytes.begin() + 8), (Bytes{0, 0, 0, 2, 0, 0, 0, 100}));
+    EXPECT_EQ(Bytes(bytes.begin() + 108, bytes.end()), write(source.use_program(1)));
+    BankManager copy;
+    ASSERT_EQ(copy.read(bytes.data(), bytes.size()), 0);
+    EXPECT_EQ(write(copy), bytes);
+
     Bytes padded(8 + 2 * 120, 0);
-    zq_test::set_be(padded, 0, 2, 4);
+    std::copy(bytes.begin(), bytes.begin() + 108, padded.begin());
+    std::copy(bytes.begin() + 108, bytes.end(), padded.begin() + 128);
     zq_test::set_be(padded, 4, 120, 4);
-    std::copy(packed.begin() + 8, packed.begin() + 108, padded.begin() + 8);
-    std::copy(packed.begin() + 108, packed.end(), padded.begin() + 128);
     BankManager bank;
     ASSERT_EQ(bank.read(padded.data(), padded.size()), 0);
-    EXPECT_EQ(write(bank), packed);
+    EXPECT_EQ(write(bank), bytes);
 }
 
 TEST(BankManager, RefusedBanksLeaveTheBankAsItWas)
@@ -111,41 +98,33 @@ TEST(BankManager, RefusedBanksLeaveTheBankAsItWas)
     }
 }
 
-TEST(BankManager, AllProgramsKeepOneShape)
+TEST(BankManager, ProgramsKeepOneShapeAndAreReachedByIndex)
 {
     BankManager bank = make_bank(3, 6);
-    EXPECT_NE(bank.set_program(1, make_program(3, "short", 0.5f)), 0);
-    EXPECT_NE(bank.set_program(0, make_program(7, "long", 0.5f)), 0);
-    EXPECT_EQ(bank.set_program(1, make_program(6, "fits", 0.5f)), 0);
+    EXPECT_NE(bank.set_program(1, make_program(3, "short")), 0);
+    EXPECT_NE(bank.set_program(0, make_program(7, "long")), 0);
+    EXPECT_EQ(bank.set_program(1, make_program(6, "fits")), 0);
+    EXPECT_NE(bank.set_program(3, make_program(6, "out")), 0);
+    EXPECT_NE(bank.set_program(-1, make_program(6, "out")), 0);
+    EXPECT_EQ(bank.set_program_name(2, "renamed"), 0);
+    EXPECT_NE(bank.set_program_name(3, "nowhere"), 0);
     EXPECT_EQ(bank.use_program(1).get_name(), "fits");
-    EXPECT_NE(bank.set_program(3, make_program(6, "out", 0.5f)), 0);
-    EXPECT_NE(bank.set_program(-1, make_program(6, "out", 0.5f)), 0);
+    EXPECT_EQ(bank.use_program(7).get_name(), "renamed");  // the nearest program
+    EXPECT_EQ(bank.use_program(-3).get_name(), "p0");
+    const BankManager copy = bank;  // copies are deep
+    bank.set_program_name(0, "changed");
+    EXPECT_EQ(copy.use_program(0).get_name(), "p0");
 
-    // Growing adds new programs of the bank's shape.
+    // Growing adds new programs of the bank's shape; a lone program may
+    // change its shape.
     bank.set_nbr_programs(5);
     EXPECT_EQ(bank.use_program(4).get_name(), "Default");
     EXPECT_EQ(bank.use_program(4).get_nbr_values(), 6);
     EXPECT_EQ(bank.get_size(), 8u + 5u * 100u);
-
-    // A lone program may change its shape.
     bank.set_nbr_programs(0);
     EXPECT_EQ(bank.get_nbr_programs(), 1);
-    EXPECT_EQ(bank.set_program(0, make_program(3, "alone", 0.5f)), 0);
+    EXPECT_EQ(bank.set_program(0, make_program(3, "alone")), 0);
     EXPECT_EQ(bank.get_size(), 8u + 88u);
-}
-
-TEST(BankManager, ProgramsAreReachedByIndexAndRenamed)
-{
-    BankManager bank = make_bank(2, 6);
-    EXPECT_EQ(bank.set_program_name(1, "renamed"), 0);
-    EXPECT_EQ(bank.use_program(1).get_name(), "renamed");
-    EXPECT_NE(bank.set_program_name(2, "nowhere"), 0);
-    EXPECT_EQ(bank.use_program(7).get_name(), "renamed");  // the nearest program
-    EXPECT_EQ(bank.use_program(-3).get_name(), "p0");
-    // Copies are deep.
-    const BankManager copy = bank;
-    bank.set_program_name(0, "changed");
-    EXPECT_EQ(copy.use_program(0).get_name(), "p0");
 }
 
 }  // namespace

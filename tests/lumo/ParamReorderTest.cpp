@@ -1,8 +1,5 @@
 #include "lumo/ParamReorder.h"
 
-#include "basic/ConfKeyContentMulti.h"
-#include "basic/ConfKeyContentString.h"
-#include "basic/ConfKeyData.h"
 #include "basic/ConfKeyFactory.h"
 #include "basic/ConfKeyMulti.h"
 #include "tests/lumo/SettingDspMixinStub.h"
@@ -31,6 +28,17 @@ protected:
         return reorder.load_settings(dynamic_cast<const basic::ConfKeyMulti&>(*key));
     }
 
+    // The map's key as the file holds it.
+    std::string saved()
+    {
+        basic::ConfKeyMulti root("root");
+        EXPECT_EQ(reorder.save_settings(root), 0);
+        std::string text;
+        int level = 0;
+        root.use_key(0).do_write_to_string(text, level);
+        return text;
+    }
+
     std::vector<int> host_order() const
     {
         std::vector<int> order;
@@ -46,17 +54,27 @@ protected:
     ParamReorder reorder;
 };
 
-TEST_F(ParamReorderTest, WithoutAMapTheOrderIsTheIdentity)
+// The loads follow each other on one map: each load of a map starts from
+// scratch, a load without one keeps the order there is.
+TEST_F(ParamReorderTest, EachMapGivesItsOrder)
 {
-    EXPECT_EQ(load("other = { 5 4 3 }"), 0);
-    EXPECT_EQ(host_order(), (std::vector<int>{0, 1, 2, 3, 4, 5}));
-    EXPECT_EQ(load("parameter_reorder_map = 5_Tempo"), 0);  // not a list
-    EXPECT_EQ(host_order(), (std::vector<int>{0, 1, 2, 3, 4, 5}));
-}
-
-TEST_F(ParamReorderTest, IndexesOutsideTheParametersMapToThemselves)
-{
-    load("parameter_reorder_map = { 5 4 3 2 1 0 }");
+    const std::pair<std::string, std::vector<int>> cases[] = {
+        {"other = { 5 4 3 }", {0, 1, 2, 3, 4, 5}},
+        {"parameter_reorder_map = 5_Tempo", {0, 1, 2, 3, 4, 5}},  // not a list
+        {"parameter_reorder_map = { 5_Vin_Rouge 4 \" 3\" +2_x 1 0 9 9 }", {5, 4, 3, 2, 1, 0}},
+        {"parameter_reorder_map = { 1 }", {1, 0, 2, 3, 4, 5}},
+        // Gaps are filled first by their own index, then in order.
+        {"parameter_reorder_map = { 5_x 0_y }", {5, 0, 2, 3, 4, 1}},
+        // Repeated, bad and out-of-range elements are skipped.
+        {"parameter_reorder_map = { 3_a 3_b }", {3, 1, 2, 0, 4, 5}},
+        {"parameter_reorder_map = { x_Tempo 9_Tempo -1 { 2 } 99999999999999999999 1 }", {0, 5, 2, 3, 4, 1}},
+    };
+    for (const auto& [members, order] : cases)
+    {
+        EXPECT_EQ(load(members), 0);
+        EXPECT_EQ(host_order(), order) << members;
+    }
+    // Indexes outside the parameters map to themselves.
     for (const int i : {-1, 6, 1000})
     {
         EXPECT_EQ(reorder.get_host_index(i), i);
@@ -64,64 +82,19 @@ TEST_F(ParamReorderTest, IndexesOutsideTheParametersMapToThemselves)
     }
 }
 
-TEST_F(ParamReorderTest, AFullMapIsTakenAsItStands)
-{
-    load("parameter_reorder_map = { 5_Vin_Rouge 4 \" 3\" +2_x 1 0 9 9 }");
-    EXPECT_EQ(host_order(), (std::vector<int>{5, 4, 3, 2, 1, 0}));
-}
-
-TEST_F(ParamReorderTest, GapsAreFilledFirstByTheirOwnIndexThenInOrder)
-{
-    load("parameter_reorder_map = { 5_x 0_y }");
-    EXPECT_EQ(host_order(), (std::vector<int>{5, 0, 2, 3, 4, 1}));
-}
-
-TEST_F(ParamReorderTest, RepeatedBadAndOutOfRangeElementsAreSkipped)
-{
-    load("parameter_reorder_map = { 3_a 3_b }");
-    EXPECT_EQ(host_order(), (std::vector<int>{3, 1, 2, 0, 4, 5}));
-    load("parameter_reorder_map = { x_Tempo 9_Tempo -1 { 2 } 99999999999999999999 1 }");
-    EXPECT_EQ(host_order(), (std::vector<int>{0, 5, 2, 3, 4, 1}));
-}
-
-TEST_F(ParamReorderTest, AnotherLoadStartsFromScratch)
-{
-    load("parameter_reorder_map = { 5 4 3 2 1 0 }");
-    load("parameter_reorder_map = { 1 }");
-    EXPECT_EQ(host_order(), (std::vector<int>{1, 0, 2, 3, 4, 5}));
-}
-
+// The saved map reads back to the same order; long names are cut to the
+// element's capacity.
 TEST_F(ParamReorderTest, SavesOneNamedElementPerHostIndex)
 {
-    basic::ConfKeyMulti root("root");
-    EXPECT_EQ(reorder.save_settings(root), 0);
-    std::string text;
-    int level = 0;
-    root.use_key(0).do_write_to_string(text, level);
-    EXPECT_EQ(text, "parameter_reorder_map = { 0_Tempo 1_Bof 2_Gauloises 3_Nuclear_Power 4_Oignons 5_Vin_Rouge }");
-
+    EXPECT_EQ(saved(), "parameter_reorder_map = { 0_Tempo 1_Bof 2_Gauloises 3_Nuclear_Power 4_Oignons 5_Vin_Rouge }");
     load("parameter_reorder_map = { 2 0 1 }");
-    basic::ConfKeyMulti again("root");
-    reorder.save_settings(again);
-    ParamReorder copy;
-    copy.setup(dsp);
-    copy.load_settings(again);
-    for (int h = 0; h < 6; ++h)
-    {
-        EXPECT_EQ(copy.get_internal_index(h), reorder.get_internal_index(h));
-    }
-    EXPECT_EQ(copy.get_internal_index(0), 2);
-}
+    const std::string map = saved();
+    load("parameter_reorder_map = { 5 }");
+    load(map);
+    EXPECT_EQ(host_order(), (std::vector<int>{2, 0, 1, 3, 4, 5}));
 
-TEST_F(ParamReorderTest, LongNamesAreCutToTheElementsCapacity)
-{
     dsp.params[4] = std::make_unique<zq_test::NamedParam>(std::string(400, 'n'));
-    basic::ConfKeyMulti root("root");
-    reorder.save_settings(root);
-    const auto& key = dynamic_cast<const basic::ConfKeyData&>(root.use_key(0));
-    const auto& list = dynamic_cast<const basic::ConfKeyContentMulti&>(key.use_content());
-    const auto& element = dynamic_cast<const basic::ConfKeyContentString&>(list.use_elt(4));
-    EXPECT_EQ(element.get_string(), "4_" + std::string(253, 'n'));
+    EXPECT_NE(saved().find(" 4_" + std::string(253, 'n') + " "), std::string::npos);
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "lumo/SettingAutoload.h"
 
-#include "basic/ConfKeyMulti.h"
-#include "basic/SettingClientInterface.h"
 #include "lumo/SettingMgr.h"
 #include "sys/PersistentKeyList.h"
 #include "tests/basic/ScratchDir.h"
@@ -12,18 +10,6 @@
 
 namespace
 {
-
-class CountingClient : public basic::SettingClientInterface
-{
-public:
-    int save_settings(basic::ConfKeyMulti& /*root*/) override { return 0; }
-    int load_settings(const basic::ConfKeyMulti& /*root*/) override
-    {
-        ++loads;
-        return 0;
-    }
-    int loads = 0;
-};
 
 // Each test has a product key of its own in the user's store (on Windows the
 // real registry), so the values of one test never meet another's.
@@ -50,7 +36,7 @@ protected:
 
     zq_test::SettingDspStub dsp;
     lumo::SettingMgr mgr;
-    CountingClient client;
+    zq_test::CountingClient client;
     zq_test::ScratchDir dir;
     std::string config;
 };
@@ -59,7 +45,8 @@ protected:
 // starts with "0"; without a file nothing is loaded either way.
 TEST_F(SettingAutoloadTest, TheLatestFileIsLoadedWhenTheUserAllowsIt)
 {
-    EXPECT_EQ(autoload(), 0);  // no key at all
+    EXPECT_EQ(autoload(), 0);  // no key at all, and reading the choices creates none
+    EXPECT_THROW(sys::PersistentKeyList(mgr.use_autoload()->get_base_path(), false), std::runtime_error);
     set_value("LatestConfigAutoload", "1");
     EXPECT_EQ(autoload(), 0);  // no file
     set_value("LatestConfigFile", config);
@@ -71,22 +58,14 @@ TEST_F(SettingAutoloadTest, TheLatestFileIsLoadedWhenTheUserAllowsIt)
         EXPECT_EQ(autoload(), 0) << choice;
         EXPECT_EQ(client.loads, loads) << choice;
     }
-}
-
-TEST_F(SettingAutoloadTest, TheLoadersAnswerComesBack)
-{
+    // The loader's answer comes back.
     set_value("LatestConfigAutoload", "1");
+    client.loads = 0;
     set_value("LatestConfigFile", dir.get_path("gone.cfg"));
     EXPECT_EQ(autoload(), basic::SettingMgrInterface::err_cannot_open);
     set_value("LatestConfigFile", dir.write_file("foreign.cfg", "Other_config_section = { a = 1 }"));
     EXPECT_EQ(autoload(), lumo::SettingMgr::err_foreign_file);
     EXPECT_EQ(client.loads, 0);
-}
-
-TEST_F(SettingAutoloadTest, ReadingTheChoicesCreatesNoKeys)
-{
-    autoload();
-    EXPECT_THROW(sys::PersistentKeyList(mgr.use_autoload()->get_base_path(), false), std::runtime_error);
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "basic/ConfKeyMulti.h"
+#include "basic/SettingClientInterface.h"
 #include "lumo/AudioPort.h"
 #include "lumo/DspInterface.h"
 #include "lumo/HostDspInterface.h"
@@ -16,7 +18,7 @@
 
 // Test doubles for the settings side of the framework: an audio side built on
 // SettingDspMixin whose setting answers and parameter names a test chooses,
-// and a host service that offers a reorder map.
+// a host service that offers a reorder map, and a client that counts loads.
 namespace zq_test
 {
 
@@ -36,6 +38,20 @@ public:
 
 private:
     std::string _name;
+};
+
+class CountingClient : public basic::SettingClientInterface
+{
+public:
+    int save_settings(basic::ConfKeyMulti& /*root*/) override { return 0; }
+    int load_settings(const basic::ConfKeyMulti& root) override
+    {
+        ++loads;
+        keys = root.get_nbr_keys();
+        return 0;
+    }
+    int loads = 0;
+    int keys = -1;  // of the last load's top section
 };
 
 class ReorderHost : public lumo::HostDspInterface
@@ -117,14 +133,8 @@ public:
     void set_program_data(const lumo::ProgramSlot& /*program*/) override {}
     void get_program_data(lumo::ProgramSlot& /*program*/) override {}
     void get_param_values(lumo::ProgramSlot& /*program*/) const override {}
-    void process_replacing(float* const* /*outputs*/, const float* const* /*inputs*/, int /*frames*/,
-                           int /*reserved*/) override
-    {
-    }
-    void process_adding(float* const* /*outputs*/, const float* const* /*inputs*/, int /*frames*/,
-                        int /*reserved*/) override
-    {
-    }
+    void process_replacing(float* const*, const float* const*, int, int) override {}
+    void process_adding(float* const*, const float* const*, int, int) override {}
 
     std::map<std::string, std::string> texts{{"plugin_name", "Zarquette"}, {"manufacturer", "Velnor"}};
     double version = 1.12;

@@ -11,6 +11,10 @@ namespace
 
 TEST(SettingDspMixin, SetupRegistersTheHostsReorderMapOnce)
 {
+    zq_test::SettingDspStub alone;  // without a host only the manager is set up
+    EXPECT_EQ(alone.setup(), 0);
+    EXPECT_NE(alone.use_setting_mgr().use_autoload(), nullptr);
+
     zq_test::SettingDspStub dsp;
     zq_test::ReorderHost host;
     host.reorder.setup(dsp);
@@ -24,13 +28,6 @@ TEST(SettingDspMixin, SetupRegistersTheHostsReorderMapOnce)
                   "a.cfg", "Zarquette_config_section = { version = 1.12 parameter_reorder_map = { 1 0 } }")),
               0);
     EXPECT_EQ(host.reorder.get_internal_index(0), 1);
-}
-
-TEST(SettingDspMixin, WithoutAHostOnlyTheManagerIsSetUp)
-{
-    zq_test::SettingDspStub dsp;
-    EXPECT_EQ(dsp.setup(), 0);
-    EXPECT_NE(dsp.use_setting_mgr().use_autoload(), nullptr);
 }
 
 }  // namespace

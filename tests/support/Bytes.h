@@ -12,25 +12,7 @@ namespace zq_test
 
 using Bytes = std::vector<std::uint8_t>;
 
-// The low `size` bytes of v, least significant first.
-inline void put_le(Bytes& b, std::uint64_t v, int size)
-{
-    for (int i = 0; i < size; ++i)
-    {
-        b.push_back(static_cast<std::uint8_t>(v >> (8 * i)));
-    }
-}
-
-// The low `size` bytes of v, most significant first.
-inline void put_be(Bytes& b, std::uint64_t v, int size)
-{
-    for (int i = size - 1; i >= 0; --i)
-    {
-        b.push_back(static_cast<std::uint8_t>(v >> (8 * i)));
-    }
-}
-
-// The same, over the bytes from `at` on.
+// The low `size` bytes of v over the bytes from `at` on, least significant first.
 inline void set_le(Bytes& b, std::size_t at, std::uint64_t v, int size)
 {
     for (int i = 0; i < size; ++i)
@@ -39,6 +21,7 @@ inline void set_le(Bytes& b, std::size_t at, std::uint64_t v, int size)
     }
 }
 
+// The same, most significant first.
 inline void set_be(Bytes& b, std::size_t at, std::uint64_t v, int size)
 {
     for (int i = 0; i < size; ++i)
@@ -47,13 +30,22 @@ inline void set_be(Bytes& b, std::size_t at, std::uint64_t v, int size)
     }
 }
 
-// The characters of a tag or name, without a terminator.
-inline void put_text(Bytes& b, const char* text)
+// The same, appended.
+inline void put_le(Bytes& b, std::uint64_t v, int size)
 {
-    for (; *text != '\0'; ++text)
-    {
-        b.push_back(static_cast<std::uint8_t>(*text));
-    }
+    b.resize(b.size() + static_cast<std::size_t>(size));
+    set_le(b, b.size() - static_cast<std::size_t>(size), v, size);
+}
+
+inline void put_be(Bytes& b, std::uint64_t v, int size)
+{
+    b.resize(b.size() + static_cast<std::size_t>(size));
+    set_be(b, b.size() - static_cast<std::size_t>(size), v, size);
+}
+
+inline void put_bytes(Bytes& b, const Bytes& more)
+{
+    b.insert(b.end(), more.begin(), more.end());
 }
 
 inline void put_bytes(Bytes& b, std::initializer_list<int> values)
@@ -64,9 +56,13 @@ inline void put_bytes(Bytes& b, std::initializer_list<int> values)
     }
 }
 
-inline void put_bytes(Bytes& b, const Bytes& more)
+// The characters of a tag or name, without a terminator.
+inline void put_text(Bytes& b, const char* text)
 {
-    b.insert(b.end(), more.begin(), more.end());
+    for (; *text != '\0'; ++text)
+    {
+        b.push_back(static_cast<std::uint8_t>(*text));
+    }
 }
 
 }  // namespace zq_test

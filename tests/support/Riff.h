@@ -10,23 +10,16 @@
 namespace zq_test
 {
 
-// A chunk declaring declared_size; an odd body gets its pad byte.
-inline Bytes chunk(const char* tag, const Bytes& body, std::uint32_t declared_size)
+// A chunk declaring its body's size, or declared_size when given; an odd body
+// gets its pad byte.
+inline Bytes chunk(const char* tag, const Bytes& body, std::int64_t declared_size = -1)
 {
     Bytes b;
     put_text(b, tag);
-    put_le(b, declared_size, 4);
+    put_le(b, declared_size >= 0 ? static_cast<std::uint64_t>(declared_size) : body.size(), 4);
     put_bytes(b, body);
-    if (body.size() % 2 != 0)
-    {
-        b.push_back(0);
-    }
+    b.resize(b.size() + body.size() % 2, 0);
     return b;
-}
-
-inline Bytes chunk(const char* tag, const Bytes& body)
-{
-    return chunk(tag, body, static_cast<std::uint32_t>(body.size()));
 }
 
 // A "fmt " chunk: format tag, channels, rate, block align, bits, and extra

@@ -5,7 +5,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
+#include <numeric>
 #include <vector>
 
 namespace zq_test
@@ -50,22 +52,16 @@ inline bool all_clean(const std::vector<float>& v)
 
 inline float peak(const std::vector<float>& v)
 {
-    float p = 0.0f;
-    for (const float x : v)
-    {
-        p = std::max(p, std::fabs(x));
-    }
-    return p;
+    return std::accumulate(v.begin(), v.end(), 0.0f, [](float p, float x) { return std::max(p, std::fabs(x)); });
 }
 
+// Over the samples both hold.
 inline float max_difference(const std::vector<float>& a, const std::vector<float>& b)
 {
-    float d = 0.0f;
-    for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i)
-    {
-        d = std::max(d, std::fabs(a[i] - b[i]));
-    }
-    return d;
+    const auto n = static_cast<std::ptrdiff_t>(std::min(a.size(), b.size()));
+    return std::inner_product(
+        a.begin(), a.begin() + n, b.begin(), 0.0f, [](float d, float e) { return std::max(d, e); },
+        [](float x, float y) { return std::fabs(x - y); });
 }
 
 }  // namespace zq_test

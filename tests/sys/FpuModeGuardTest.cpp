@@ -7,20 +7,6 @@
 namespace
 {
 
-// Restores the test process's own modes whatever a test did.
-class FpuModeGuardTest : public ::testing::Test
-{
-protected:
-    void TearDown() override
-    {
-        sys::FpuModeGuard::write_x87_control(x87);
-        sys::FpuModeGuard::write_sse_control(sse);
-    }
-
-    const std::uint16_t x87 = sys::FpuModeGuard::read_x87_control();
-    const std::uint32_t sse = sys::FpuModeGuard::read_sse_control();
-};
-
 volatile float sink;
 
 float tiny_product()
@@ -30,9 +16,13 @@ float tiny_product()
     return a * b;  // a denormal unless flushed
 }
 
-TEST_F(FpuModeGuardTest, SetsNearestRoundingAndFlushesDenormalsForAudio)
+// A host that rounds towards zero (both units) and unmasks division by zero:
+// audio calls get nearest rounding, masked exceptions and flushed denormals,
+// other calls keep denormals, and the host's modes come back after each.
+TEST(FpuModeGuard, SetsTheModesAudioNeedsAndRestoresTheHosts)
 {
-    // A host that rounds towards zero (both units) and unmasks division by zero.
+    const std::uint16_t x87 = sys::FpuModeGuard::read_x87_control();
+    const std::uint32_t sse = sys::FpuModeGuard::read_sse_control();
     sys::FpuModeGuard::write_x87_control(static_cast<std::uint16_t>((x87 | 0x0c00) & ~0x0004));
     sys::FpuModeGuard::write_sse_control((sse | 0x6000) & ~0x0200u);
     const std::uint16_t host_x87 = sys::FpuModeGuard::read_x87_control();
@@ -49,13 +39,13 @@ TEST_F(FpuModeGuardTest, SetsNearestRoundingAndFlushesDenormalsForAudio)
     }
     EXPECT_EQ(sys::FpuModeGuard::read_x87_control(), host_x87);
     EXPECT_EQ(sys::FpuModeGuard::read_sse_control() & ~0x3fu, host_sse & ~0x3fu);
-}
-
-TEST_F(FpuModeGuardTest, KeepsDenormalsForNonAudioCalls)
-{
-    sys::FpuModeGuard guard(sys::FpuModeGuard::Denormals::keep);
-    EXPECT_EQ(sys::FpuModeGuard::read_sse_control() & 0x8040u, 0u);
-    EXPECT_GT(tiny_product(), 0.0f);
+    {
+        sys::FpuModeGuard guard(sys::FpuModeGuard::Denormals::keep);
+        EXPECT_EQ(sys::FpuModeGuard::read_sse_control() & 0x8040u, 0u);
+        EXPECT_GT(tiny_product(), 0.0f);
+    }
+    sys::FpuModeGuard::write_x87_control(x87);
+    sys::FpuModeGuard::write_sse_control(sse);
 }
 
 }  // namespace

@@ -20,30 +20,26 @@ protected:
 
 TEST_F(PersistentKeyListTest, ValuesReadBackUnchanged)
 {
+    const std::pair<std::string, std::string> values[] = {{"LatestConfigFile", "C:\\configs\\my file.cfg"},
+                                                          {"Empty", ""},
+                                                          {"Odd name/with\\separators ..", "odd \x01\xff bytes\n"}};
     PersistentKeyList key(root + "/Zarquette", true);
-    EXPECT_EQ(key.set_string("LatestConfigFile", "C:\\configs\\my file.cfg"), 0);
-    EXPECT_EQ(key.set_string("Empty", ""), 0);
-    EXPECT_EQ(key.set_string("Odd name/with\\separators ..", "odd \x01\xff bytes\n"), 0);
-
+    for (const auto& [name, text] : values)
+    {
+        EXPECT_EQ(key.set_string(name, text), 0);
+    }
     const PersistentKeyList again(root + "/Zarquette", false);
     std::string value = "stale";
-    EXPECT_EQ(again.get_string("LatestConfigFile", value), 0);
-    EXPECT_EQ(value, "C:\\configs\\my file.cfg");
-    EXPECT_EQ(again.get_string("Empty", value), 0);
-    EXPECT_EQ(value, "");
-    EXPECT_EQ(again.get_string("Odd name/with\\separators ..", value), 0);
-    EXPECT_EQ(value, "odd \x01\xff bytes\n");
-
+    for (const auto& [name, text] : values)
+    {
+        EXPECT_EQ(again.get_string(name, value), 0);
+        EXPECT_EQ(value, text);
+    }
     EXPECT_EQ(key.set_string("LatestConfigFile", "second"), 0);
     EXPECT_EQ(again.get_string("LatestConfigFile", value), 0);
     EXPECT_EQ(value, "second");
-}
-
-TEST_F(PersistentKeyListTest, MissingValuesReadAsEmptyWithAnError)
-{
-    const PersistentKeyList key(root, true);
-    std::string value = "stale";
-    EXPECT_EQ(key.get_string("Never Written", value), -1);
+    // A missing value reads as empty, with an error.
+    EXPECT_EQ(again.get_string("Never Written", value), -1);
     EXPECT_EQ(value, "");
 }
 
@@ -59,12 +55,17 @@ TEST_F(PersistentKeyListTest, ValuesUpTo1023BytesWithoutZerosAreStored)
     EXPECT_EQ(value, longest);
 }
 
-TEST_F(PersistentKeyListTest, EmptyPathComponentsAreSkipped)
+// A missing path fails to open until it is created; empty components are
+// skipped; a key is separate from a value of the same name.
+TEST_F(PersistentKeyListTest, PathsOpenWhatWasCreated)
 {
+    EXPECT_THROW(PersistentKeyList(root + "/a/b", false), std::runtime_error);
     {
         PersistentKeyList key(root + "/a/b", true);
         key.set_string("where", "a/b");
+        PersistentKeyList(root + "/a", false).set_string("b", "a value");
     }
+    EXPECT_NO_THROW(PersistentKeyList("", false));
     for (const std::string& path : {root + "/a/b/", "/" + root + "//a//b", root + "/a/b///"})
     {
         const PersistentKeyList key(path, false);
@@ -72,24 +73,8 @@ TEST_F(PersistentKeyListTest, EmptyPathComponentsAreSkipped)
         EXPECT_EQ(key.get_string("where", value), 0) << path;
         EXPECT_EQ(value, "a/b") << path;
     }
-}
-
-TEST_F(PersistentKeyListTest, OpeningAMissingPathFailsAndCreatingItMakesIt)
-{
-    EXPECT_THROW(PersistentKeyList(root + "/Missing/Key", false), std::runtime_error);
-    { PersistentKeyList created(root + "/Missing/Key", true); }
-    EXPECT_NO_THROW(PersistentKeyList(root + "/Missing/Key", false));
-    EXPECT_NO_THROW(PersistentKeyList("", false));
-}
-
-TEST_F(PersistentKeyListTest, KeysAreSeparateFromValuesOfTheSameName)
-{
-    PersistentKeyList parent(root, true);
-    parent.set_string("child", "a value");
-    PersistentKeyList child(root + "/child", true);
-    child.set_string("inner", "1");
     std::string value;
-    EXPECT_EQ(parent.get_string("child", value), 0);
+    EXPECT_EQ(PersistentKeyList(root + "/a", false).get_string("b", value), 0);
     EXPECT_EQ(value, "a value");
 }
 

@@ -8,6 +8,12 @@ namespace
 const std::uint8_t first_bytes[] = {1, 2, 3};
 const std::uint8_t second_bytes[] = {4, 5};
 
+const std::uint8_t* data_of(const char* type, const char* name)
+{
+    const sys::ResourceTable::Entry* entry = sys::ResourceTable::find(type, name);
+    return entry != nullptr ? entry->data : nullptr;
+}
+
 TEST(ResourceTable, TablesRegisterForTheirLifetimeAndTheNewestWins)
 {
     const sys::ResourceTable::Entry first[] = {{"TEST", "alpha", first_bytes, sizeof(first_bytes)},
@@ -17,24 +23,18 @@ TEST(ResourceTable, TablesRegisterForTheirLifetimeAndTheNewestWins)
         const sys::ResourceTable a(first, 2);
         {
             const sys::ResourceTable b(second, 1);
-            const sys::ResourceTable::Entry* beta = sys::ResourceTable::find("TEST", "BETA");
-            ASSERT_NE(beta, nullptr);
-            EXPECT_EQ(beta->data, second_bytes);
-            EXPECT_EQ(beta->size, sizeof(second_bytes));
-            const sys::ResourceTable::Entry* alpha = sys::ResourceTable::find("TEST", "alpha");
-            ASSERT_NE(alpha, nullptr);
-            EXPECT_EQ(alpha->data, first_bytes);
+            EXPECT_EQ(data_of("TEST", "BETA"), second_bytes);
+            EXPECT_EQ(sys::ResourceTable::find("TEST", "beta")->size, sizeof(second_bytes));
+            EXPECT_EQ(data_of("TEST", "alpha"), first_bytes);
         }
-        const sys::ResourceTable::Entry* beta = sys::ResourceTable::find("TEST", "beta");
-        ASSERT_NE(beta, nullptr);
-        EXPECT_EQ(beta->data, first_bytes);
-        EXPECT_EQ(sys::ResourceTable::find("TEST", "bet"), nullptr);
-        EXPECT_EQ(sys::ResourceTable::find("TEST", "betaa"), nullptr);
-        EXPECT_EQ(sys::ResourceTable::find("TESTS", "beta"), nullptr);
-        EXPECT_EQ(sys::ResourceTable::find(nullptr, "beta"), nullptr);
-        EXPECT_EQ(sys::ResourceTable::find("TEST", nullptr), nullptr);
+        EXPECT_EQ(data_of("TEST", "beta"), first_bytes);
+        EXPECT_EQ(data_of("TEST", "bet"), nullptr);
+        EXPECT_EQ(data_of("TEST", "betaa"), nullptr);
+        EXPECT_EQ(data_of("TESTS", "beta"), nullptr);
+        EXPECT_EQ(data_of(nullptr, "beta"), nullptr);
+        EXPECT_EQ(data_of("TEST", nullptr), nullptr);
     }
-    EXPECT_EQ(sys::ResourceTable::find("TEST", "alpha"), nullptr);
+    EXPECT_EQ(data_of("TEST", "alpha"), nullptr);
 }
 
 }  // namespace

@@ -6,32 +6,25 @@
 namespace
 {
 
-thread_local bool counting = false;
-thread_local long allocations = 0;
+thread_local long* counting = nullptr;
 
 }  // namespace
 
 AllocationCounter::AllocationCounter()
 {
-    allocations = 0;
-    counting = true;
+    counting = &_count;
 }
 
 AllocationCounter::~AllocationCounter()
 {
-    counting = false;
-}
-
-long AllocationCounter::get_count() const
-{
-    return allocations;
+    counting = nullptr;
 }
 
 void* operator new(std::size_t n)
 {
-    if (counting)
+    if (counting != nullptr)
     {
-        ++allocations;
+        ++*counting;
     }
     if (void* p = std::malloc(n == 0 ? 1 : n))
     {

@@ -1,8 +1,8 @@
 #pragma once
 
 // Counts the calls of the global operator new made on the calling thread while
-// it is counting. The test program replaces operator new for this (see the
-// .cpp), so code that must not allocate, such as rendering, can be checked.
+// it lives. The test program replaces operator new for this (see the .cpp), so
+// code that must not allocate, such as rendering, can be checked.
 class AllocationCounter
 {
 public:
@@ -11,6 +11,8 @@ public:
     AllocationCounter(const AllocationCounter&) = delete;
     AllocationCounter& operator=(const AllocationCounter&) = delete;
 
-    // Allocations on this thread since construction.
-    long get_count() const;
+    long get_count() const { return _count; }
+
+private:
+    long _count = 0;
 };

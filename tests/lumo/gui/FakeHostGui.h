@@ -9,6 +9,8 @@
 #include "lumo/HostGuiInterface.h"
 #include "lumo/NormalizedParamInterface.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -32,21 +34,12 @@ public:
         return std::string(key) == "can_resize_window" ? can_resize : 0.0;
     }
     std::string get_setting_str(const char* /*key*/) override { return {}; }
-    bool is_free(int index, int level) override
-    {
-        calls.push_back({"is_free", index, 0.0f, level});
-        return level >= refuse_below;
-    }
-    bool take(int index, int level) override
-    {
-        calls.push_back({"take", index, 0.0f, level});
-        return level >= refuse_below;
-    }
-    void release(int index, int level) override { calls.push_back({"release", index, 0.0f, level}); }
+    bool is_free(int index, int level) override { return log("is_free", index, 0.0f, level); }
+    bool take(int index, int level) override { return log("take", index, 0.0f, level); }
+    void release(int index, int level) override { log("release", index, 0.0f, level); }
     bool set_and_report_param(int index, float value, int level) override
     {
-        calls.push_back({"set", index, value, level});
-        if (level < refuse_below)
+        if (!log("set", index, value, level))
         {
             return false;
         }
@@ -69,23 +62,26 @@ public:
     std::vector<HostCall> of(const std::string& what) const
     {
         std::vector<HostCall> found;
-        for (const HostCall& c : calls)
-        {
-            if (c.what == what)
-            {
-                found.push_back(c);
-            }
-        }
+        std::copy_if(calls.begin(), calls.end(), std::back_inserter(found),
+                     [&](const HostCall& c) { return c.what == what; });
         return found;
     }
 
     std::vector<HostCall> calls;
-    int refuse_below = 0;
+    int refuse_below = 0;  // levels below are refused
     double can_resize = 0.0;
     // Not owned; null: the host has no MIDI.
     lumo::MidiMgr* midi_mgr = nullptr;
     lumo::DspInterface* dsp = nullptr;
     lumo::GuiInterface* gui = nullptr;
+
+private:
+    // Writes the call down and answers whether its level is accepted.
+    bool log(const char* what, int index, float value, int level)
+    {
+        calls.push_back({what, index, value, level});
+        return level >= refuse_below;
+    }
 };
 
 }  // namespace lumo_test

@@ -5,26 +5,13 @@
 #include "lumo/gui/MetaControl.h"
 
 #include "gadu/Knob.h"
+#include "tests/lumo/SettingDspMixinStub.h"
 #include "tests/lumo/gui/FakeHostGui.h"
 
 #include <gtest/gtest.h>
 
 namespace
 {
-
-class PlainParam : public lumo::NormalizedParamInterface
-{
-public:
-    void get_name(char* text, int capacity) const override { text[0] = capacity > 0 ? '\0' : text[0]; }
-    void get_unit(char* text, int capacity) const override { get_name(text, capacity); }
-    int get_type() const override { return 0; }
-    bool is_enabled() const override { return true; }
-    void update() override {}
-    double norm_to_nat(float value) const override { return value; }
-    double nat_to_norm(double value) const override { return value; }
-    void get_display(char* text, int capacity, double /*nat*/) const override { get_name(text, capacity); }
-    double parse_display(const char* /*text*/, bool& /*ok*/) const override { return 0.0; }
-};
 
 class Bound : public ::testing::Test
 {
@@ -37,7 +24,7 @@ protected:
     }
 
     lumo_test::FakeHostGui host;
-    PlainParam param;
+    zq_test::NamedParam param{"Bof"};
     lumo::ListenerBase listener;
     gadu::Knob knob;
     lumo::MetaControl meta;
@@ -62,6 +49,8 @@ TEST_F(Bound, AGestureTakesSetsAndReleasesTheParameterAtItsLevel)
     EXPECT_EQ(host.calls.back().level, 200);
 }
 
+// The host refuses changes below its threshold: from the user, and from the
+// parameter side.
 TEST_F(Bound, AChangeTheHostRefusesLeavesControlAndParameterAlone)
 {
     host.refuse_below = 100;
@@ -70,6 +59,9 @@ TEST_F(Bound, AChangeTheHostRefusesLeavesControlAndParameterAlone)
     EXPECT_TRUE(host.of("set").empty());
     ASSERT_EQ(host.of("is_free").size(), 1u);
     EXPECT_EQ(host.of("is_free")[0].level, 50);
+    param.set_norm_value(0.9f);
+    meta.refresh();
+    EXPECT_EQ(knob.get_value(), 0.0);
 }
 
 TEST_F(Bound, ParameterSideUpdatesReachTheControlWithoutWritingBack)
@@ -86,14 +78,6 @@ TEST_F(Bound, ParameterSideUpdatesReachTheControlWithoutWritingBack)
     ASSERT_EQ(asked.size(), 2u);
     EXPECT_EQ(asked[0].level, 1);
     EXPECT_EQ(asked[1].level, 100);
-}
-
-TEST_F(Bound, AParameterHeldByAHigherLevelRefusesTheUpdate)
-{
-    host.refuse_below = 10;
-    param.set_norm_value(0.9f);
-    meta.refresh();
-    EXPECT_EQ(knob.get_value(), 0.0);
 }
 
 TEST(ListenerBase, AnUnboundListenerLetsTheControlMoveAndWritesNothing)

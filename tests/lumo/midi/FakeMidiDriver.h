@@ -3,15 +3,13 @@
 #include "lumo/midi/MciMidiApi.h"
 #include "lumo/midi/MciMidiIn.h"
 
-#include <atomic>
 #include <cstdint>
 #include <string>
-#include <thread>
 #include <vector>
 
-// A system MIDI driver for tests: ports named by the test, failures on
-// request, and an input that delivers messages from a thread of its own, as
-// a real driver does. One driver is current at a time.
+// A system MIDI driver for tests: ports named by the test, a call that fails
+// on request, and input messages handed over as the driver's callback does.
+// One driver is current at a time.
 namespace zq_test
 {
 
@@ -19,47 +17,30 @@ class FakeMidiDriver
 {
 public:
     FakeMidiDriver() { current() = this; }
-    ~FakeMidiDriver()
-    {
-        stop();
-        current() = nullptr;
-    }
+    ~FakeMidiDriver() { current() = nullptr; }
 
     static const lumo::MciMidiApi& api()
     {
         static const lumo::MciMidiApi table{in_count, in_name, in_open, in_start, in_close,
-                                            out_count, out_name, out_open, out_close, out_short};
+                                            out_count, out_name, out_open, close, out_short};
         return table;
     }
 
     // Delivers the messages (packed as status | d1 << 8 | d2 << 16) to the
-    // open input from the driver's thread; join with stop().
-    void play(std::vector<std::uint32_t> messages)
+    // open input.
+    void play(const std::vector<std::uint32_t>& messages) const
     {
-        stop();
-        _thread = std::thread([this, messages] {
-            for (std::uint32_t m : messages)
-            {
-                lumo::MciMidiIn::on_driver_message(instance.load(), lumo::MciMidiApi::msg_data, m, 7);
-            }
-        });
-    }
-    void stop()
-    {
-        if (_thread.joinable())
+        for (const std::uint32_t m : messages)
         {
-            _thread.join();
+            lumo::MciMidiIn::on_driver_message(instance, lumo::MciMidiApi::msg_data, m, 7);
         }
     }
 
     std::vector<std::string> inputs;
     std::vector<std::string> outputs;
-    int bad_name = -1;  // the device whose caps cannot be read
-    bool fail_open = false;
-    bool fail_start = false;
-    bool fail_close = false;
-    bool fail_send = false;
-    std::atomic<void*> instance{nullptr};
+    int bad_name = -1;    // the device whose caps cannot be read
+    std::string failing;  // the call that fails: "open", "start", "close" or "send"
+    void* instance = nullptr;
     unsigned opened_input = ~0u;
     unsigned opened_output = ~0u;
     int open_ports = 0;
@@ -72,6 +53,7 @@ private:
         return driver;
     }
     static FakeMidiDriver& d() { return *current(); }
+    static int answer(const char* call) { return d().failing == call ? -1 : 0; }
     static unsigned in_count() { return static_cast<unsigned>(d().inputs.size()); }
     static unsigned out_count() { return static_cast<unsigned>(d().outputs.size()); }
     static int name_of(const std::vector<std::string>& names, unsigned n, std::string& name)
@@ -85,60 +67,41 @@ private:
     }
     static int in_name(unsigned n, std::string& name) { return name_of(d().inputs, n, name); }
     static int out_name(unsigned n, std::string& name) { return name_of(d().outputs, n, name); }
+    static int open(void** handle, unsigned n, unsigned& opened)
+    {
+        if (answer("open") == 0)
+        {
+            opened = n;
+            ++d().open_ports;
+            *handle = &d();
+        }
+        return answer("open");
+    }
     static int in_open(void** handle, unsigned n, void* instance)
     {
-        if (d().fail_open)
-        {
-            return -1;
-        }
-        d().opened_input = n;
-        d().instance.store(instance);
-        ++d().open_ports;
-        *handle = &d();
-        return 0;
+        d().instance = instance;
+        return open(handle, n, d().opened_input);
     }
-    static int in_start(void* /*handle*/) { return d().fail_start ? -1 : 0; }
-    static int port_close(void* /*handle*/)
+    static int out_open(void** handle, unsigned n) { return open(handle, n, d().opened_output); }
+    static int in_start(void* /*handle*/) { return answer("start"); }
+    static int close(void* /*handle*/)
     {
-        if (d().fail_close)
-        {
-            return -1;
-        }
-        --d().open_ports;
-        return 0;
+        d().open_ports -= answer("close") == 0 ? 1 : 0;
+        return answer("close");
     }
     static int in_close(void* handle)
     {
-        const int err = port_close(handle);
-        if (err == 0)
-        {
-            d().instance.store(nullptr);
-        }
-        return err;
+        d().instance = answer("close") == 0 ? nullptr : d().instance;
+        return close(handle);
     }
-    static int out_open(void** handle, unsigned n)
-    {
-        if (d().fail_open)
-        {
-            return -1;
-        }
-        d().opened_output = n;
-        ++d().open_ports;
-        *handle = &d();
-        return 0;
-    }
-    static int out_close(void* handle) { return port_close(handle); }
     static int out_short(void* /*handle*/, std::uint32_t message)
     {
-        if (d().fail_send)
+        if (answer("send") == 0)
         {
-            return -1;
+            d().sent.push_back(message);
         }
-        d().sent.push_back(message);
-        return 0;
+        return answer("send");
     }
-
-    std::thread _thread;
 };
 
 }  // namespace zq_test

@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <initializer_list>
+#include <utility>
 #include <vector>
 
 namespace
@@ -23,6 +25,14 @@ protected:
     }
     void send(int status, int d1, int d2, double detune = 0.0) { in.dispatch(status, d1, d2, detune); }
     void cc(int channel, int controller, int value) { send(0xB0 + channel, controller, value); }
+    // Controller and value pairs, in order.
+    void ccs(int channel, std::initializer_list<std::pair<int, int>> pairs)
+    {
+        for (const auto& [controller, value] : pairs)
+        {
+            cc(channel, controller, value);
+        }
+    }
 
     lumo::MidiMgr mgr;
     zq_test::MidiRecorder rec;
@@ -39,12 +49,9 @@ TEST_F(MidiInParseTest, NotesCarryPitchVelocityAndTuning)
 
     // Coarse tuning +2 semitones (RPN 2 = 66), then fine tuning +0.5 (RPN 1).
     rec.calls.clear();
-    cc(0, 101, 0);
-    cc(0, 100, 2);
-    cc(0, 6, 66);
+    ccs(0, {{101, 0}, {100, 2}, {6, 66}});
     EXPECT_DOUBLE_EQ(in.channel_state(0).get_tuning(), 2.0);
-    cc(0, 100, 1);
-    cc(0, 38, 50);
+    ccs(0, {{100, 1}, {38, 50}});
     EXPECT_DOUBLE_EQ(in.channel_state(0).get_tuning(), 2.5);
     send(0x90, 60, 1);
     EXPECT_EQ(rec.calls.back(), "on 0 60 62.5 0 0.015625 1");
@@ -59,8 +66,7 @@ TEST_F(MidiInParseTest, SustainDefersNoteOffsUntilThePedalLifts)
     send(0x80, 61, 10);
     send(0x90, 61, 90);  // struck again while held: its deferred note-off is gone
     rec.calls.clear();
-    cc(0, 64, 127);  // same state again: nothing
-    cc(0, 64, 63);   // 63 counts as up
+    ccs(0, {{64, 127}, {64, 63}});  // the same state again does nothing; 63 counts as up
     EXPECT_EQ(rec.calls, (Strings{"cc 0 64 127", "cc 0 64 63", "off 0 60 1"}));
     EXPECT_TRUE(in.channel_state(0).is_note_on(61));
     EXPECT_FALSE(in.channel_state(0).is_note_on(60));
@@ -68,10 +74,7 @@ TEST_F(MidiInParseTest, SustainDefersNoteOffsUntilThePedalLifts)
 
 TEST_F(MidiInParseTest, BendRangeByRpnZeroInStandardOrder)
 {
-    cc(0, 101, 0);
-    cc(0, 100, 0);
-    cc(0, 6, 12);
-    cc(0, 38, 0);
+    ccs(0, {{101, 0}, {100, 0}, {6, 12}, {38, 0}});
     EXPECT_DOUBLE_EQ(in.get_pitch_bend_range(0), 12.0);
     EXPECT_EQ(in.events.back(), (Event{101 * 65536 + 0, 1536}));
     EXPECT_EQ(rec.calls.back(), "rpn 0 0 1536");
@@ -87,32 +90,21 @@ TEST_F(MidiInParseTest, BendRangeByRpnZeroInStandardOrder)
     EXPECT_DOUBLE_EQ(in.channel_state(0).get_bend(), -12.0);
 }
 
-TEST_F(MidiInParseTest, NullRpnRestoresDefaultsAndUnknownRpnsReportZero)
+// The null RPN restores the defaults, unknown RPNs report zero, and NRPN
+// values are kept per number below 2048.
+TEST_F(MidiInParseTest, RpnAndNrpnNumbersSelectWhatDataEntryChanges)
 {
-    cc(3, 101, 0);
-    cc(3, 100, 0);
-    cc(3, 6, 24);
-    cc(3, 100, 5);
-    cc(3, 6, 7);
+    ccs(3, {{101, 0}, {100, 0}, {6, 24}, {100, 5}, {6, 7}});
     EXPECT_EQ(in.events.back(), (Event{101 * 65536 + 5, 0}));
-    cc(3, 101, 127);
-    cc(3, 100, 127);
-    cc(3, 6, 0);
+    ccs(3, {{101, 127}, {100, 127}, {6, 0}});
     EXPECT_DOUBLE_EQ(in.get_pitch_bend_range(3), 2.0);
     EXPECT_EQ(in.channel_state(3).get_rpn_number(), 0);
     EXPECT_DOUBLE_EQ(in.get_pitch_bend_range(0), 2.0);  // other channels untouched
-}
 
-TEST_F(MidiInParseTest, NrpnValuesAreKeptPerNumberBelow2048)
-{
-    cc(2, 99, 0);
-    cc(2, 98, 2);
-    cc(2, 6, 127);
-    cc(2, 38, 127);
+    ccs(2, {{99, 0}, {98, 2}, {6, 127}, {38, 127}});
     EXPECT_EQ(in.events.back(), (Event{99 * 65536 + 2, 16383}));
     EXPECT_EQ(rec.calls.back(), "nrpn 2 2 16383");
-    cc(2, 99, 16);  // NRPN 2050: nothing stored, reported as 0
-    cc(2, 6, 5);
+    ccs(2, {{99, 16}, {6, 5}});  // NRPN 2050: nothing stored, reported as 0
     EXPECT_EQ(in.events.back(), (Event{99 * 65536 + 2050, 0}));
     EXPECT_EQ(in.channel_state(2).get_nrpn_value(2), 16383);
 }
@@ -141,10 +133,7 @@ TEST_F(MidiInParseTest, ChannelStreamIs452BytesAndRoundTrips)
 {
     cc(4, 64, 127);
     send(0xC4, 9, 0);
-    cc(4, 101, 0);
-    cc(4, 100, 0);
-    cc(4, 6, 7);
-    cc(4, 38, 50);
+    ccs(4, {{101, 0}, {100, 0}, {6, 7}, {38, 50}});
     send(0xE4, 0, 0x60);
     std::vector<std::uint8_t> data(in.get_size());
     ASSERT_EQ(data.size(), 452u);

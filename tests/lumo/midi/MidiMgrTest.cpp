@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <utility>
 
 namespace
 {
@@ -23,13 +24,14 @@ protected:
         mgr.set_output(&out);
         out.connect(nullptr, &mgr, nullptr);
     }
-    int index_of(std::int32_t id)
+    // The parameter a controller drives, and the value it gets.
+    std::pair<int, float> map(std::int32_t id, std::int32_t value14)
     {
-        int index = 0;
-        float value = 0.0f;
-        mgr.map_controller(id, 0, index, value);
-        return index;
+        std::pair<int, float> mapped{0, 0.0f};
+        mgr.map_controller(id, value14, mapped.first, mapped.second);
+        return mapped;
     }
+    int index_of(std::int32_t id) { return map(id, 0).first; }
     std::string saved()
     {
         basic::ConfKeyMulti root("root");
@@ -56,9 +58,9 @@ TEST_F(MidiMgrTest, BindingKeepsOneControllerPerParameterAndOneParameterPerContr
 {
     mgr.bind_all_to_nrpn();
     EXPECT_EQ(mgr.get_id(5), 99 * 65536 + 5);
-    mgr.bind(5, 7, 0);
+    mgr.bind(0, 7, 0);
     mgr.bind(3, 7, 99);  // the number only counts for RPN and NRPN
-    EXPECT_EQ(mgr.get_id(5), -1);
+    EXPECT_EQ(mgr.get_id(0), -1);
     EXPECT_EQ(index_of(7 * 65536), 3);
     mgr.bind(3, 1, 0);
     EXPECT_EQ(index_of(7 * 65536), -1);
@@ -69,40 +71,25 @@ TEST_F(MidiMgrTest, BindingKeepsOneControllerPerParameterAndOneParameterPerContr
     EXPECT_EQ(mgr.bind(2, 101, 16384), -1);
     EXPECT_EQ(mgr.bind(lumo::MidiControlMap::capacity, 7, 0), -1);
     EXPECT_EQ(mgr.get_id(2), 99 * 65536 + 2);
-}
-
-TEST_F(MidiMgrTest, ControllerValuesScaleBy1Over16383)
-{
+    // Values scale by 1 / 16383.
     mgr.bind(0, 7, 0);
     mgr.bind(1, 99, 1);
-    int index = 0;
-    float value = 0.0f;
-    mgr.map_controller(7 * 65536, 64 << 7, index, value);
-    EXPECT_EQ(index, 0);
-    EXPECT_FLOAT_EQ(value, 8192.0f / 16383.0f);
-    mgr.map_controller(7 * 65536, 127 << 7, index, value);
-    EXPECT_FLOAT_EQ(value, 16256.0f / 16383.0f);
-    mgr.map_controller(99 * 65536 + 1, 16383, index, value);
-    EXPECT_EQ(index, 1);
-    EXPECT_EQ(value, 1.0f);
-    mgr.map_controller(8 * 65536, 5, index, value);
-    EXPECT_EQ(index, -1);
-    EXPECT_EQ(value, -1.0f);
+    EXPECT_EQ(index_of(7 * 65536), 0);
+    EXPECT_FLOAT_EQ(map(7 * 65536, 64 << 7).second, 8192.0f / 16383.0f);
+    EXPECT_FLOAT_EQ(map(7 * 65536, 127 << 7).second, 16256.0f / 16383.0f);
+    EXPECT_EQ(map(99 * 65536 + 1, 16383), (std::pair{1, 1.0f}));
+    EXPECT_EQ(map(8 * 65536, 5), (std::pair{-1, -1.0f}));
 }
 
 TEST_F(MidiMgrTest, ArmedLearnBindsTheNextControllerAndDrivesItAtOnce)
 {
     mgr.bind_all_to_nrpn();
     mgr.set_pending_learn(4);
-    int index = 0;
-    float value = 0.0f;
-    mgr.map_controller(74 * 65536, 16383, index, value);
-    EXPECT_EQ(index, 4);
+    EXPECT_EQ(map(74 * 65536, 16383), (std::pair{4, 1.0f}));
     EXPECT_EQ(mgr.get_last_learnt_param(), 4);
     EXPECT_EQ(mgr.get_last_learnt_id(), 74 * 65536);
     // Autobind (the default) stays armed: the next controller takes over.
-    mgr.map_controller(75 * 65536, 0, index, value);
-    EXPECT_EQ(index, 4);
+    EXPECT_EQ(index_of(75 * 65536), 4);
     EXPECT_EQ(index_of(74 * 65536), 4);  // still armed: 74 is learnt again
     mgr.set_pending_learn(-1);
     EXPECT_EQ(index_of(75 * 65536), -1);
@@ -112,16 +99,16 @@ TEST_F(MidiMgrTest, ArmedLearnBindsTheNextControllerAndDrivesItAtOnce)
 TEST_F(MidiMgrTest, EchoSendsEachKindOfControllerWithItsBytes)
 {
     mgr.bind(0, 101, 300);
-    mgr.bind(1, 1, 0);
+    mgr.bind(1, 0, 0);  // controller 0 is a controller too
     mgr.bind(2, 74, 0);
     mgr.bind(3, 99, 3);
     EXPECT_EQ(mgr.send_param(0, 0, 1.0f), 0);
-    EXPECT_EQ(mgr.send_param(0, 1, 1.0f), 0);
+    EXPECT_EQ(mgr.send_param(0, 1, 0.5f), 0);
     EXPECT_EQ(mgr.send_param(0, 2, 1.0f), 0);
     EXPECT_EQ(mgr.send_param(0, 2, 0.5f), 0);
     EXPECT_EQ(mgr.send_param(1, 3, 0.0f), 0);
     EXPECT_EQ(out.packets, (Strings{"B0 65 02 00", "B0 64 2C 00", "B0 06 7F 00", "B0 26 7F 00",  // RPN 300
-                                    "B0 01 7F 00", "B0 21 7F 00", "B0 4A 7F 00", "B0 4A 40 00",
+                                    "B0 00 40 00", "B0 20 00 00", "B0 4A 7F 00", "B0 4A 40 00",
                                     "B1 63 00 00", "B1 62 03 00", "B1 06 00 00", "B1 26 00 00"}));
     EXPECT_EQ(mgr.send_param(0, 4, 1.0f), -2);
     EXPECT_EQ(mgr.send_param(0, 2, std::nanf("")), -1);
@@ -129,12 +116,6 @@ TEST_F(MidiMgrTest, EchoSendsEachKindOfControllerWithItsBytes)
     EXPECT_EQ(mgr.send_param(0, 1, 0.0f), -1);
     mgr.set_output(nullptr);
     EXPECT_EQ(mgr.send_param(0, 2, 1.0f), -1);
-}
-
-TEST_F(MidiMgrTest, ProgramChangeIsSentAsBankSelectAndProgram)
-{
-    EXPECT_NE(mgr.program_change(2, 300), 0);
-    EXPECT_EQ(out.packets, (Strings{"B2 00 02 00", "B2 20 00 00", "C2 2C 00 00"}));
 }
 
 TEST_F(MidiMgrTest, SavedMapListsParametersInOrderWithTheirNames)

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
 
 // The MIDI options live in the user's registry; here it is a scratch folder.
 namespace
@@ -22,11 +23,11 @@ TEST(MidiInOrderTest, SwappedOrderSelectsRpnOneNotRpn128)
     zq_test::TestMidiIn in;
     in.connect(nullptr, &mgr, nullptr);
     in.activate();
-    in.dispatch(0xB0, 100, 0, 0.0);
-    in.dispatch(0xB0, 101, 1, 0.0);
+    for (const auto& [controller, value] : {std::pair{100, 0}, {101, 1}, {98, 1}, {99, 2}})
+    {
+        in.dispatch(0xB0, controller, value, 0.0);
+    }
     EXPECT_EQ(in.channel_state(0).get_rpn_number(), 1);
-    in.dispatch(0xB0, 98, 1, 0.0);
-    in.dispatch(0xB0, 99, 2, 0.0);
     EXPECT_EQ(in.channel_state(0).get_nrpn_number(), 1 * 128 + 2);
 
     // The echo uses the same order.
@@ -55,7 +56,7 @@ TEST(MidiOptionsTest, GarbageIsReplacedByTheDefaultAndAutobindZeroLearnsOnce)
     float value = 0.0f;
     mgr.map_controller(20 * 65536, 0, index, value);
     EXPECT_EQ(mgr.get_pending_learn(), -1);
-    mgr.map_controller(21 * 65536, 0, index, value);
+    mgr.map_controller(21 * 65536, 0, index, value);  // not learnt: drives nothing
     EXPECT_EQ(index, -1);
     EXPECT_EQ(mgr.get_id(2), 20 * 65536);
     mgr.reset();

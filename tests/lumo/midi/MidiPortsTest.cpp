@@ -1,7 +1,7 @@
 #include "tests/lumo/midi/FakeMidiDriver.h"
 #include "tests/lumo/midi/MidiRecorder.h"
 
-#include "basic/ConfKeyData.h"
+#include "basic/ConfKeyFactory.h"
 #include "basic/ConfKeyMulti.h"
 #include "lumo/midi/MciMidiDevSelComp.h"
 #include "lumo/midi/MciMidiOut.h"
@@ -63,14 +63,9 @@ protected:
     }
     int load_ports(const std::string& in, const std::string& out)
     {
-        basic::ConfKeyMulti midi("midi");
-        for (const auto& [section, name] : {std::pair{"port_in", in}, std::pair{"port_out", out}})
-        {
-            basic::ConfKeyMulti port(section);
-            port.add_key(basic::ConfKeyData("name", name));
-            midi.add_key(port);
-        }
-        return ports.load_settings(midi);
+        const auto midi = basic::ConfKeyFactory::use_instance().create_key(
+            "midi = { port_in = { name = \"" + in + "\" } port_out = { name = \"" + out + "\" } }");
+        return ports.load_settings(dynamic_cast<const basic::ConfKeyMulti&>(*midi));
     }
 
     zq_test::FakeMidiDriver driver;
@@ -108,36 +103,34 @@ TEST_F(MidiPortsTest, HostPortsComeFirstAndNamesSelectWithoutRegardToCase)
     ASSERT_EQ(load_ports("Nothing Here", ""), 0);
     EXPECT_EQ(ports.get_selected_input(), -1);
     EXPECT_EQ(driver.open_ports, 0);
-    basic::ConfKeyMulti none("midi");
-    ports.save_settings(none);
-    EXPECT_EQ(none.get_string("port_in/name"), "none");
+    ports.save_settings(midi);
+    EXPECT_EQ(midi.get_string("port_in/name"), "none");
 }
 
 TEST_F(MidiPortsTest, DriverFailuresLeaveNoPortSelected)
 {
-    driver.fail_open = true;
+    driver.failing = "open";
     EXPECT_EQ(ports.select_input(1), -1);
     EXPECT_EQ(ports.select_output(1), -1);
     EXPECT_EQ(ports.get_selected_input(), -1);
     EXPECT_EQ(mgr.use_input(), nullptr);
-    driver.fail_open = false;
-    driver.fail_start = true;
+    driver.failing = "start";
     EXPECT_EQ(ports.select_input(1), -1);
     EXPECT_EQ(mgr.use_input(), nullptr);
-    driver.fail_start = false;
+    driver.failing = "";
 
     ASSERT_EQ(ports.select_output(1), 0);
-    driver.fail_close = true;
+    driver.failing = "close";
     EXPECT_EQ(ports.select_output(0), -1);  // the open port stays the current one
     EXPECT_EQ(ports.get_selected_output(), 1);
-    driver.fail_close = false;
+    driver.failing = "";
 
     driver.bad_name = 1;
     EXPECT_EQ(ports.list_inputs(), -1);
     EXPECT_EQ(ports.get_input_names(), (Strings{"Host In", "USB Keys"}));
 }
 
-TEST_F(MidiPortsTest, DriverThreadMessagesAreParsedAtTheNextBlock)
+TEST_F(MidiPortsTest, DriverMessagesAreParsedAtTheNextBlock)
 {
     ASSERT_EQ(ports.select_input(1), 0);
     std::vector<std::uint32_t> messages;
@@ -147,7 +140,6 @@ TEST_F(MidiPortsTest, DriverThreadMessagesAreParsedAtTheNextBlock)
     }
     messages.push_back(0xF8);  // clock: no call at all
     driver.play(messages);
-    driver.stop();
     mgr.block_start();
     ASSERT_EQ(rec.calls.size(), 201u);  // the clock only sets the time
     EXPECT_EQ(rec.calls[0], "time 0");
@@ -159,7 +151,6 @@ TEST_F(MidiPortsTest, DriverThreadMessagesAreParsedAtTheNextBlock)
 
     // A ring of 4000 holds 3999 messages; the rest are lost.
     driver.play(std::vector<std::uint32_t>(4500, 0xB0 | 1 << 8 | 5 << 16));
-    driver.stop();
     mgr.block_start();
     EXPECT_EQ(rec.calls.size(), 2u * 3999u);
 }
@@ -170,7 +161,7 @@ TEST_F(MidiPortsTest, SystemOutputSendsPackedShortMessages)
     EXPECT_EQ(driver.opened_output, 0u);
     EXPECT_NE(mgr.program_change(2, 300), 0);
     EXPECT_EQ(driver.sent, (std::vector<std::uint32_t>{0x0200B2, 0x0020B2, 0x2CC2}));
-    driver.fail_send = true;
+    driver.failing = "send";
     EXPECT_EQ(mgr.raw_byte(0xF8), 0);
     lumo::MciMidiOut closed(zq_test::FakeMidiDriver::api(), 0);
     EXPECT_EQ(closed.send_packet(0x90, 1, 2, 0), 0);

@@ -23,12 +23,6 @@ public:
     int get_vendor_version() override { throw std::bad_alloc(); }
 };
 
-std::intptr_t dispatch(lumo::vst2::AEffect* e, PluginOp op, std::int32_t index = 0, std::intptr_t value = 0,
-                       void* ptr = nullptr)
-{
-    return e->dispatcher(e, static_cast<std::int32_t>(op), index, value, ptr, 0.0f);
-}
-
 TEST(AudioEffect, NoExceptionCrossesTheHostBoundary)
 {
     auto* effect = new ThrowingEffect();
@@ -36,10 +30,10 @@ TEST(AudioEffect, NoExceptionCrossesTheHostBoundary)
     EXPECT_EQ(e->get_parameter(e, 0), 0.0f);
     e->set_parameter(e, 0, 0.5f);
     e->process_replacing(e, nullptr, nullptr, 16);
-    EXPECT_EQ(dispatch(e, PluginOp::get_vendor_version), 0);
+    EXPECT_EQ(e->dispatcher(e, static_cast<std::int32_t>(PluginOp::get_vendor_version), 0, 0, nullptr, 0.0f), 0);
 
     deleted = 0;
-    dispatch(e, PluginOp::close);  // the close request deletes the plug-in
+    e->dispatcher(e, static_cast<std::int32_t>(PluginOp::close), 0, 0, nullptr, 0.0f);  // deletes the plug-in
     EXPECT_EQ(deleted, 1);
 }
 

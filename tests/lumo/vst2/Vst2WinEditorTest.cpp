@@ -67,7 +67,7 @@ protected:
 
 }  // namespace
 
-TEST_F(EditorHost, TheEditorGetsTheWindowAndTheHostItsSize)
+TEST_F(EditorHost, TheEditorGetsTheWindowTheHostItsSizeAndOpenItsAnswer)
 {
     EXPECT_EQ(gui.window, &editor.use_window());
     lumo::vst2::ERect* rect = nullptr;
@@ -81,10 +81,8 @@ TEST_F(EditorHost, TheEditorGetsTheWindowAndTheHostItsSize)
     EXPECT_EQ(rect->bottom, 200);
     EXPECT_EQ(rect->right, static_cast<std::int16_t>(70000 & 0xFFFF));
     EXPECT_FALSE(editor.get_rect(nullptr));
-}
 
-TEST_F(EditorHost, OpenAnswersWhetherTheEditorOpened)
-{
+    // Open answers whether the editor opened.
     int parent = 0;
     EXPECT_TRUE(editor.open(&parent));
     EXPECT_EQ(gui.opened_with, &parent);
