@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-// Test doubles of what an LV2 host provides: a URID map, and atom sequences
-// laid out byte by byte as a host writes them, including what no host should.
+// Test doubles of what an LV2 host provides: a URID map, and atoms laid out
+// byte by byte as a host writes them, including what no host should.
 namespace zq_test
 {
 
@@ -36,13 +36,36 @@ private:
     std::map<std::string, LV2_URID> _ids;
 };
 
-class SequenceBytes
+// Bytes that grow in 8-byte steps, as atoms are padded.
+class AtomBytes
+{
+public:
+    std::vector<std::uint8_t> bytes;
+
+protected:
+    // The head of the atom.
+    template <class Head>
+    explicit AtomBytes(const Head& head)
+        : bytes(reinterpret_cast<const std::uint8_t*>(&head), reinterpret_cast<const std::uint8_t*>(&head + 1))
+    {
+    }
+    void append(const void* data, std::size_t size, bool pad = false)
+    {
+        const std::size_t at = bytes.size();
+        bytes.resize(pad ? (at + size + 7) & ~std::size_t{7} : at + size, 0);
+        if (size > 0)
+        {
+            std::memcpy(bytes.data() + at, data, size);
+        }
+    }
+};
+
+class SequenceBytes : public AtomBytes
 {
 public:
     explicit SequenceBytes(std::uint32_t sequence_type, std::uint32_t unit = 0)
+        : AtomBytes(LV2_Atom_Sequence{{sizeof(LV2_Atom_Sequence_Body), sequence_type}, {unit, 0}})
     {
-        const LV2_Atom_Sequence head{{sizeof(LV2_Atom_Sequence_Body), sequence_type}, {unit, 0}};
-        append(&head, sizeof(head));
     }
 
     // One event; declared_size is what its header claims (the body's size unless given).
@@ -54,59 +77,42 @@ public:
         header.body.type = type;
         header.body.size = static_cast<std::uint32_t>(declared_size < 0 ? body.size() : declared_size);
         append(&header, sizeof(header));
-        append(body.data(), body.size());
-        _bytes.resize((_bytes.size() + 7) & ~std::size_t{7}, 0);
+        append(body.data(), body.size(), true);
         return *this;
+    }
+    // One event carrying a whole atom (its header and the body behind it).
+    SequenceBytes& atom(std::int64_t frame, const LV2_Atom& atom)
+    {
+        const auto* body = reinterpret_cast<const std::uint8_t*>(&atom + 1);
+        return event(frame, atom.type, std::vector<std::uint8_t>(body, body + atom.size));
     }
 
     // The sequence with its size set to what was appended.
     const LV2_Atom_Sequence* get()
     {
-        _words.assign((_bytes.size() + 7) / 8, 0);
-        std::memcpy(_words.data(), _bytes.data(), _bytes.size());
+        _words.assign((bytes.size() + 7) / 8, 0);
+        std::memcpy(_words.data(), bytes.data(), bytes.size());
         auto* seq = reinterpret_cast<LV2_Atom_Sequence*>(_words.data());
-        seq->atom.size = static_cast<std::uint32_t>(_bytes.size() - sizeof(LV2_Atom));
+        seq->atom.size = static_cast<std::uint32_t>(bytes.size() - sizeof(LV2_Atom));
         return seq;
     }
 
 private:
-    void append(const void* data, std::size_t size)
-    {
-        const auto* p = static_cast<const std::uint8_t*>(data);
-        _bytes.insert(_bytes.end(), p, p + size);
-    }
-
-    std::vector<std::uint8_t> _bytes;
     std::vector<std::uint64_t> _words;
 };
 
-// The body of an atom object: its id and type, then key and value of each
-// property, padded as the host pads them.
-class ObjectBytes
+// The body of an atom object: its id and type, then key and value of each property.
+class ObjectBytes : public AtomBytes
 {
 public:
-    explicit ObjectBytes(std::uint32_t object_type)
-    {
-        const LV2_Atom_Object_Body head{0, object_type};
-        append(&head, sizeof(head));
-    }
+    explicit ObjectBytes(std::uint32_t object_type) : AtomBytes(LV2_Atom_Object_Body{0, object_type}) {}
     template <class T>
     ObjectBytes& property(std::uint32_t key, std::uint32_t type, T value)
     {
         const LV2_Atom_Property_Body head{key, 0, {sizeof(T), type}};
         append(&head, sizeof(head));
-        append(&value, sizeof(value));
-        bytes.resize((bytes.size() + 7) & ~std::size_t{7}, 0);
+        append(&value, sizeof(value), true);
         return *this;
-    }
-
-    std::vector<std::uint8_t> bytes;
-
-private:
-    void append(const void* data, std::size_t size)
-    {
-        const auto* p = static_cast<const std::uint8_t*>(data);
-        bytes.insert(bytes.end(), p, p + size);
     }
 };
 

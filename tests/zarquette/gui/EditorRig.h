@@ -7,6 +7,7 @@
 #include "gadu/OffscreenWindow.h"
 #include "sys/ClockPin.h"
 #include "tests/lumo/gui/FakeHostGui.h"
+#include "tests/zarquette/gui/EditorScreen.h"
 #include "zarquette/ZarquetteDsp.h"
 #include "zarquette/gui/ZarquetteGui.h"
 
@@ -45,6 +46,18 @@ struct EditorRig
             window.run_timers(std::min(left, 0.002));
             window.paint();
         }
+    }
+
+    // What the window shows.
+    Screen screen() const
+    {
+        const std::uint8_t* p = window.use_screen()->pixels();
+        Screen shown(zarquette::ZarquetteGui::width * zarquette::ZarquetteGui::height);
+        for (std::size_t i = 0; i < shown.size(); ++i, p += 4)
+        {
+            shown[i] = static_cast<std::uint32_t>(p[2] << 16 | p[1] << 8 | p[0]);
+        }
+        return shown;
     }
 
     double now = 100.0;

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "FakeHost.h"
-#include "lumo/vst2/Vst2Plugin.h"
+#include "lumo/vst2/Vst2WinPlugin.h"
+#include "tests/support/Signal.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +18,7 @@ protected:
 
     void open()
     {
-        effect = host.open_plugin();
+        effect = recipe != nullptr ? host.open_plugin(*recipe) : host.open_plugin();
         ASSERT_NE(effect, nullptr);
     }
 
@@ -43,6 +44,9 @@ protected:
         return buf;
     }
 
+    // The adapter behind the host's record, reached from inside.
+    lumo::Vst2WinPlugin& adapter() const { return FakeHost::adapter_of(effect); }
+
     void resume(float rate = 44100.0f, int block = 512)
     {
         dispatch(lumo::vst2::PluginOp::set_sample_rate, 0, 0, nullptr, rate);
@@ -58,7 +62,17 @@ protected:
         float* out[2] = {out_l.data(), out_r.data()};
         effect->process_replacing(effect, in, out, static_cast<std::int32_t>(left.size()));
     }
+    // One block of 64 frames of silence, into buffers made beforehand (the
+    // block may be counted for allocations); what comes out must be clean.
+    void block()
+    {
+        process(silence, silence, out_l, out_r);
+        EXPECT_TRUE(zq_test::all_clean(out_l) && zq_test::all_clean(out_r));
+    }
 
     FakeHost host;
+    // The plug-in's own unless a test builds it another way.
+    const lumo::Vst2PluginRecipe* recipe = nullptr;
     lumo::vst2::AEffect* effect = nullptr;
+    std::vector<float> silence = std::vector<float>(64), out_l = silence, out_r = silence;
 };
