@@ -41,10 +41,10 @@ raw() {
 case $mode in
 validate)
   schemas=()
-  for spec in atom buf-size core data-access dynmanifest event instance-access log midi morph options \
-              parameters patch port-groups port-props presets resize-port schemas state time ui units \
-              uri-map urid worker; do
-    schemas+=(/usr/lib/lv2/"$spec".lv2/*.ttl)
+  for vocabulary in atom buf-size core data-access dynmanifest event instance-access log midi morph options \
+                    parameters patch port-groups port-props presets resize-port schemas state time ui units \
+                    uri-map urid worker; do
+    schemas+=(/usr/lib/lv2/"$vocabulary".lv2/*.ttl)
   done
   sord_validate "${schemas[@]}" "$bundle"/*.ttl >validate.log 2>&1 || { cat validate.log; fail "sord_validate"; }
   grep -q "Found 0 errors" validate.log || { cat validate.log; fail "sord_validate reports errors"; }
