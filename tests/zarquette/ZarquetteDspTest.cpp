@@ -65,10 +65,10 @@ TEST(ZarquetteDsp, GauloisesSetsTheLevelOfTheRecordingsAndBofWhereTheyGo)
     EXPECT_GT(peak(looped.l), 0.01f);
 }
 
-// One input connected: the loop hears the left input alone, whatever the
-// right holds; two: their average (opposite inputs cancel). One output
-// connected: it carries the average of the rendered channels, and the second
-// buffer is not touched.
+// One input connected, or no buffer handed for the right one: the loop hears
+// the left input alone, whatever the right holds; two: their average (opposite
+// inputs cancel). One output connected: it carries the average of the rendered
+// channels, and the second buffer is not touched.
 TEST(ZarquetteDsp, TheHostsPinsDecideWhatTheLoopHearsAndWhereTheOutputGoes)
 {
     const Stereo noise = make_noise();
@@ -79,6 +79,11 @@ TEST(ZarquetteDsp, TheHostsPinsDecideWhatTheLoopHearsAndWhereTheOutputGoes)
     Processor mono_in;
     mono_in.use_host().stereo_in = false;
     EXPECT_EQ(mono_in.render(noise).l, Processor().render(left_twice).l);
+    Stereo out(two_seconds);
+    const float* left_only[2] = {noise.l.data(), nullptr};
+    float* outputs[2] = {out.l.data(), out.r.data()};
+    Processor().use_dsp().process_replacing(outputs, left_only, static_cast<int>(two_seconds), 0);
+    EXPECT_EQ(out.l, Processor().render(left_twice).l);
     EXPECT_EQ(Processor().render(opposite).l, Processor().render(Stereo(two_seconds)).l);
 
     const Stereo s = Processor(true).render(noise);
