@@ -5,6 +5,7 @@
 
 #include "sys/ClockPin.h"
 #include "tests/lumo/SettingDspMixinStub.h"
+#include "tests/zarquette/ParamIndex.h"
 #include "zarquette/ZarquetteDsp.h"
 
 #include <algorithm>
@@ -14,15 +15,7 @@
 namespace processor_test
 {
 
-enum Param
-{
-    tempo,
-    bof,
-    gauloises,
-    nuke,
-    oignons,
-    vin_rouge
-};
+using namespace zq_test::params;
 
 // Host services whose second input and output can be unplugged.
 class PinHost : public zq_test::ReorderHost

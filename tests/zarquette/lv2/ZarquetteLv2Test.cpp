@@ -1,5 +1,6 @@
 #include "Lv2Rig.h"
 #include "tests/zarquette/AllocationCounter.h"
+#include "tests/zarquette/ParamIndex.h"
 
 #include "lumo/DspInterface.h"
 #include "lumo/HostDspInterface.h"
@@ -38,15 +39,7 @@ namespace
 using Strings = std::vector<std::string>;
 using zq_test::Lv2Rig;
 
-enum Param
-{
-    tempo,
-    bof,
-    gauloises,
-    nuke,
-    oignons,
-    vin_rouge
-};
+using namespace zq_test::params;
 
 class ZarquetteLv2 : public ::testing::Test
 {
